@@ -1,0 +1,30 @@
+# SPDX-License-Identifier: Apache-2.0
+# What every target of this project is compiled with.
+
+add_compile_options(
+    -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Werror
+    # Reports and file names are the same on every machine: paths count from the root of the tree.
+    -ffile-prefix-map=${CMAKE_SOURCE_DIR}/=)
+
+# Only what a header marks as exported leaves a shared object.
+set(CMAKE_C_VISIBILITY_PRESET hidden)
+set(CMAKE_CXX_VISIBILITY_PRESET hidden)
+set(CMAKE_VISIBILITY_INLINES_HIDDEN ON)
+
+find_package(Threads REQUIRED)
+
+# Which sanitizer the preset builds with; tests of what a sanitizer cannot stand ask here.
+set(PORT_MGR_SANITIZER "" CACHE STRING "address, thread, or empty")
+if(PORT_MGR_SANITIZER STREQUAL "address")
+  add_compile_options(-fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
+  add_link_options(-fsanitize=address,undefined)
+elseif(PORT_MGR_SANITIZER STREQUAL "thread")
+  add_compile_options(-fsanitize=thread -fno-omit-frame-pointer)
+  add_link_options(-fsanitize=thread)
+endif()
+
+option(PORT_MGR_COVERAGE "Count which lines the tests reach" OFF)
+if(PORT_MGR_COVERAGE)
+  add_compile_options(--coverage)
+  add_link_options(--coverage)
+endif()

@@ -1,0 +1,53 @@
+/* SPDX-License-Identifier: Apache-2.0 */
+/* if_index_dev.h: interface indexes beyond what the switch's own header offers: names to indexes, and builders
+ * for every kind. In libutils. All functions are pure and thread-safe.
+ *
+ * Layout of an index, from the most significant bit: 8 bits type; then, by type,
+ *   slot/port kinds   5 bits slot, 7 bits port, 12 bits sub-interface (0: the main interface)
+ *   port channels     2 bits subtype, 10 bits channel, 12 bits sub-interface
+ *   FCIP              8 bits 0, 16 bits tunnel
+ *   others            24 bits number
+ */
+#ifndef PLATFORM_DEV_IF_INDEX_DEV_H
+#define PLATFORM_DEV_IF_INDEX_DEV_H
+
+#include "platform/if_index.h"
+
+PLATFORM_BEGIN_DECLS
+
+/* Interface types. */
+enum {
+    IF_TYPE_NONE = 0,          /* index 0: no interface, where a walk starts */
+    IF_TYPE_FC = 1,            /* fc1/4 */
+    IF_TYPE_ETHERNET = 2,      /* Ethernet2/7, Ethernet2/7.100 */
+    IF_TYPE_PORT_CHANNEL = 4,  /* port-channel12, port-channel12.30 */
+    IF_TYPE_MGMT = 5,          /* mgmt0 */
+    IF_TYPE_FCIP = 10,         /* fcip3 */
+    IF_TYPE_SLOT_PORT = 11,    /* slot/port interface without sub-interfaces */
+    IF_TYPE_ETHERNET_KIND = 13,/* slot/port interface stepped like Ethernet */
+    IF_TYPE_LOOPBACK = 20,     /* loopback1 */
+    IF_TYPE_BUNDLE = 22,       /* second port-channel kind */
+    IF_TYPE_ETHERNET_SFP = 26, /* interface of the Ethernet service with a transceiver */
+    IF_TYPE_OTHER = 254
+};
+
+/* Builds the index of any slot/port kind. Returns 0, or -1 when the type is of another kind or a number does not
+ * fit; so do the builders below. */
+int32_t if_index_slot_port_init(if_index_t *out, uint8_t type, uint8_t slot, uint8_t port);
+
+/* Builds the index of an interface that has only a number: mgmt, loopback, other. */
+int32_t if_index_number_init(if_index_t *out, uint8_t type, uint32_t number);
+
+/* Builds the sub-interface `sub_intf` (1 to 4095) of an Ethernet-like main interface or a port channel. */
+int32_t if_index_sub_intf_init(if_index_t *out, if_index_t main, uint16_t sub_intf);
+
+/* Builds a port channel of either type with a subtype (0 to 3). */
+int32_t if_index_port_channel_subtype_init(if_index_t *out, uint8_t type, uint8_t subtype, uint16_t channel);
+
+/* Reads one display name as sprintf_if_index writes it; letters of either case, and short forms of at least two
+ * letters for the kinds that have names (eth2/7, po12). Returns 0, or -1 when it is no name. */
+int32_t if_index_from_name(const char *name, if_index_t *out);
+
+PLATFORM_END_DECLS
+
+#endif

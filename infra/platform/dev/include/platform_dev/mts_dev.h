@@ -1,0 +1,35 @@
+/* SPDX-License-Identifier: Apache-2.0 */
+/* mts_dev.h: what only an ordinary host needs of the transport: handles of one's own and the run-time directory.
+ *
+ * On the switch a process inherits its queue; here it opens one. */
+#ifndef PLATFORM_DEV_MTS_DEV_H
+#define PLATFORM_DEV_MTS_DEV_H
+
+#include <stddef.h>
+
+#include "platform/types.h"
+
+PLATFORM_BEGIN_DECLS
+
+/* The address of the supervisor, where the port manager and its neighbours run. */
+#define MTS_NODE_SUPERVISOR 0xfe000000u
+
+/* The largest payload of one message, in bytes. */
+#define MTS_MAX_PAYLOAD (16u * 1024u * 1024u)
+
+/* Opens a handle of the calling process. It belongs to one thread at a time. Returns 0 on failure, with the
+ * reason in errno. Thread-safe. */
+mts_handle_t mts_dev_open(void);
+
+/* Closes the handle and releases every message that was kept for it. Messages that were received stay valid
+ * until they are dropped. Returns 0, or -1 with errno EBADF. */
+int32_t mts_dev_close(mts_handle_t handle);
+
+/* Writes the path of the run-time directory, NUL-terminated: $MTS_RUNTIME_DIR, else $XDG_RUNTIME_DIR/port_mgr,
+ * else /tmp/port_mgr-UID. Creates it with mode 0700 when missing. Returns 0, or -1 with errno: EPERM when it
+ * exists and belongs to another user or is open to others, ENAMETOOLONG when no socket's address can hold it. */
+int32_t mts_dev_runtime_dir(char *path, size_t size);
+
+PLATFORM_END_DECLS
+
+#endif

@@ -1,0 +1,63 @@
+/* SPDX-License-Identifier: Apache-2.0 */
+/* mts_service.h: the side of the transport that serves: one event loop for the services of a process.
+ *
+ * A server belongs to the thread that runs it; only mts_server_stop may be called from elsewhere. */
+#ifndef PLATFORM_DEV_MTS_SERVICE_H
+#define PLATFORM_DEV_MTS_SERVICE_H
+
+#include "platform/types.h"
+
+PLATFORM_BEGIN_DECLS
+
+typedef struct mts_server mts_server_t;
+
+/* One request as a service sees it. It lives until the service returns. */
+typedef struct mts_request {
+    uint32_t node;         /* where it was sent to */
+    uint32_t sap;
+    uint32_t opcode;
+    uint32_t is_cmi;       /* 1 when the client waits in cmi_req_resp, else 0 */
+    uint32_t kind;         /* the CMI request kind; 0 for a message */
+    uint32_t payload_size; /* bytes behind `payload` */
+    const void *payload;   /* null when there is none; at least 16 zeroed bytes follow it */
+} mts_request_t;
+
+/* The answer under construction. A service that touches it in none of the ways below leaves the request
+ * unanswered. */
+typedef struct mts_reply mts_reply_t;
+
+/* Gives the answer a payload of `size` bytes and returns where to write it, zeroed. A second call replaces the
+ * first. Size 0 sends an answer without payload. Returns null when the payload is too large or memory ran out. */
+void *mts_reply_payload(mts_reply_t *reply, uint32_t size);
+
+/* Makes cmi_req_resp return `status` (nonzero) to the client. For a message, the answer has no payload. */
+void mts_reply_fail(mts_reply_t *reply, uint32_t status);
+
+/* Handles one request. `context` is what mts_server_add_service was given. */
+typedef void (*mts_service_t)(void *context, const mts_request_t *request, mts_reply_t *reply);
+
+/* Called from the loop when `fd` can be read. */
+typedef void (*mts_fd_handler_t)(void *context, int fd);
+
+/* Makes a server without services. Returns null with errno on failure. */
+mts_server_t *mts_server_create(void);
+
+/* Ends all connections and frees the server. Null is allowed. */
+void mts_server_destroy(mts_server_t *server);
+
+/* Answers `sap` on `node`. Returns 0, or -1 with errno: EADDRINUSE when a live service answers there. */
+int32_t mts_server_add_service(mts_server_t *server, uint32_t node, uint32_t sap, mts_service_t service,
+                               void *context);
+
+/* Watches a descriptor of the caller's, such as a signalfd, in the same loop. Returns 0, or -1 with errno. */
+int32_t mts_server_add_fd(mts_server_t *server, int fd, mts_fd_handler_t handler, void *context);
+
+/* Serves until mts_server_stop. Returns 0, or -1 with errno. */
+int32_t mts_server_run(mts_server_t *server);
+
+/* Ends mts_server_run after the request at hand. Safe on any thread and in signal handlers. */
+void mts_server_stop(mts_server_t *server);
+
+PLATFORM_END_DECLS
+
+#endif

@@ -1,0 +1,61 @@
+/* SPDX-License-Identifier: Apache-2.0 */
+/* mts.h: the message transport, in libmts.
+ *
+ * A handle is a queue of its owner's. A request names a node, a service access point (SAP) on it and an
+ * opcode; its payload is copied by the send. Every request has a token, and its answer carries it back.
+ * A handle belongs to one thread at a time; different handles may be used on different threads at once. */
+#ifndef PLATFORM_MTS_H
+#define PLATFORM_MTS_H
+
+#include "platform/types.h"
+
+PLATFORM_BEGIN_DECLS
+
+/* One message, sent or received. Its 96 bytes lie in the caller's storage and are the transport's to read. */
+typedef struct mts_msg {
+    uint32_t word[24];
+} mts_msg_t;
+
+/* What a receive waits for. Word 0: 1 takes only the answer whose token is in word 3, 0 takes the next message.
+ * Word 2: the longest wait in seconds, 0 does not wait. Word 3: the token. All others are 0. */
+typedef struct mts_recv_options {
+    uint32_t word[9];
+} mts_recv_options_t;
+
+/* Sends `payload_size` bytes to `sap` on `node` and describes the request in `*request`, for mts_rr_token_get
+ * and mts_drop. The last two arguments are 0. Returns 0, or -1 with the reason in mts_errno_get: EHOSTUNREACH
+ * (no such service), EAGAIN (its queue is full), EBADF (no such handle). */
+int32_t mts_send(mts_handle_t handle, uint32_t node, uint32_t sap, uint32_t opcode, const void *payload,
+                 uint32_t payload_size, mts_msg_t *request, uint32_t, uint32_t);
+
+/* Receives one message into `*response`; its owner releases it with mts_drop. Returns -1 on failure, anything
+ * else on success. mts_errno_get tells ETIMEDOUT (the wait ended), EINTR (a signal), EBADF (no such handle). */
+int32_t mts_recv(mts_handle_t handle, mts_msg_t *response, const mts_recv_options_t *options);
+
+/* Releases a request or a received message. Returns 0, or -1 on failure. */
+int32_t mts_drop(mts_handle_t handle, mts_msg_t *message);
+
+/* The token that correlates the answer with this request. */
+uint32_t mts_rr_token_get(const mts_msg_t *request);
+
+/* The system error number of the last operation that failed on this handle. */
+uint32_t mts_errno_get(mts_handle_t handle);
+
+/* The payload of a received message, or null when it has none. It stays the message's. */
+void *mts_payload_get(const mts_msg_t *message);
+
+/* The number of bytes that mts_payload_get points at. */
+uint32_t mts_payload_size(const mts_msg_t *message);
+
+/* The opcode of the message; an answer carries that of its request. */
+uint32_t mts_opc_get(const mts_msg_t *message);
+
+/* Nonzero when the message is an answer. */
+int32_t mts_is_response(const mts_msg_t *message);
+
+/* The identifier of the message. */
+uint32_t mts_msg_id_get(const mts_msg_t *message);
+
+PLATFORM_END_DECLS
+
+#endif
