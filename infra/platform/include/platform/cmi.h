@@ -15,8 +15,8 @@ PLATFORM_BEGIN_DECLS
  * last      the longest wait in seconds; 0 stands for the transport's own limit
  *
  * The sixth and seventh arguments are 0. Returns 0, or a nonzero status when no answer was had. */
-uint32_t cmi_req_resp(uint32_t opcode, uint32_t kind, const void *request, void **response, uint32_t *length,
-                      uint32_t, uint32_t, uint32_t sap, mts_handle_t handle, uint32_t last);
+uint32_t cmi_req_resp(uint32_t opcode, uint32_t kind, const void *request, void **response, uint32_t *length, uint32_t,
+                      uint32_t, uint32_t sap, mts_handle_t handle, uint32_t last);
 
 PLATFORM_END_DECLS
 

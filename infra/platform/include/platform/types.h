@@ -7,8 +7,12 @@
 
 /* C linkage, and visible outside the shared object that defines the function. */
 #ifdef __cplusplus
-#define PLATFORM_BEGIN_DECLS extern "C" { _Pragma("GCC visibility push(default)")
-#define PLATFORM_END_DECLS _Pragma("GCC visibility pop") }
+#define PLATFORM_BEGIN_DECLS \
+    extern "C" {             \
+    _Pragma("GCC visibility push(default)")
+#define PLATFORM_END_DECLS        \
+    _Pragma("GCC visibility pop") \
+    }
 #else
 #define PLATFORM_BEGIN_DECLS _Pragma("GCC visibility push(default)")
 #define PLATFORM_END_DECLS _Pragma("GCC visibility pop")

@@ -17,7 +17,7 @@
 namespace platform_dev {
 
 struct module_entry {
-    uint8_t slot;        // counted from 0
+    uint8_t slot;  // counted from 0
     uint16_t card_type;
 };
 

@@ -15,22 +15,6 @@
 
 PLATFORM_BEGIN_DECLS
 
-/* Interface types. */
-enum {
-    IF_TYPE_NONE = 0,          /* index 0: no interface, where a walk starts */
-    IF_TYPE_FC = 1,            /* fc1/4 */
-    IF_TYPE_ETHERNET = 2,      /* Ethernet2/7, Ethernet2/7.100 */
-    IF_TYPE_PORT_CHANNEL = 4,  /* port-channel12, port-channel12.30 */
-    IF_TYPE_MGMT = 5,          /* mgmt0 */
-    IF_TYPE_FCIP = 10,         /* fcip3 */
-    IF_TYPE_SLOT_PORT = 11,    /* slot/port interface without sub-interfaces */
-    IF_TYPE_ETHERNET_KIND = 13,/* slot/port interface stepped like Ethernet */
-    IF_TYPE_LOOPBACK = 20,     /* loopback1 */
-    IF_TYPE_BUNDLE = 22,       /* second port-channel kind */
-    IF_TYPE_ETHERNET_SFP = 26, /* interface of the Ethernet service with a transceiver */
-    IF_TYPE_OTHER = 254
-};
-
 /* Builds the index of any slot/port kind. Returns 0, or -1 when the type is of another kind or a number does not
  * fit; so do the builders below. */
 int32_t if_index_slot_port_init(if_index_t *out, uint8_t type, uint8_t slot, uint8_t port);

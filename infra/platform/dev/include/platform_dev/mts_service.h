@@ -13,7 +13,7 @@ typedef struct mts_server mts_server_t;
 
 /* One request as a service sees it. It lives until the service returns. */
 typedef struct mts_request {
-    uint32_t node;         /* where it was sent to */
+    uint32_t node; /* where it was sent to */
     uint32_t sap;
     uint32_t opcode;
     uint32_t is_cmi;       /* 1 when the client waits in cmi_req_resp, else 0 */
@@ -46,8 +46,7 @@ mts_server_t *mts_server_create(void);
 void mts_server_destroy(mts_server_t *server);
 
 /* Answers `sap` on `node`. Returns 0, or -1 with errno: EADDRINUSE when a live service answers there. */
-int32_t mts_server_add_service(mts_server_t *server, uint32_t node, uint32_t sap, mts_service_t service,
-                               void *context);
+int32_t mts_server_add_service(mts_server_t *server, uint32_t node, uint32_t sap, mts_service_t service, void *context);
 
 /* Watches a descriptor of the caller's, such as a signalfd, in the same loop. Returns 0, or -1 with errno. */
 int32_t mts_server_add_fd(mts_server_t *server, int fd, mts_fd_handler_t handler, void *context);

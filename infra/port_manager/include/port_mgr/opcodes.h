@@ -1,0 +1,26 @@
+/* SPDX-License-Identifier: Apache-2.0 */
+/* opcodes.h: what the services of the port manager are asked, and where they answer. */
+#ifndef PORT_MGR_OPCODES_H
+#define PORT_MGR_OPCODES_H
+
+/* Messages of the transport. */
+#define MTS_OPC_PM_GET_PORT_INFO 324u         /* records of ranges of ports, or of all */
+#define MTS_OPC_PM_GET_NEXT_PORT_INFO 325u    /* the record of the port that follows an interface */
+#define MTS_OPC_PM_GET_PORT_INFO_BRIEF 3141u  /* the same as 324, in short */
+#define MTS_OPC_PM_GET_MODULE_RESOURCES 3147u /* resources of a module */
+
+/* Requests over CMI. */
+#define CMI_OPC_GET_CHANNEL_MEMBER 624u /* a member of a port channel */
+
+/* The address of the supervisor, where the services below answer. */
+#define PM_NODE_SUPERVISOR 0xfe000000u
+
+/* Service access points. */
+#define PM_SAP_CHANNEL_MEMBER 34u    /* membership of port channels */
+#define PM_SAP_PORT_MANAGER 43u      /* the port manager: every interface that no other service owns */
+#define PM_SAP_ETHERNET 45u          /* physical Ethernet ports */
+#define PM_SAP_ETHERNET_CHANNEL 175u /* Ethernet port channels and interfaces of types 20 and 26 */
+#define PM_SAP_MGMT 179u             /* interfaces of type 5 */
+#define PM_SAP_MODULE_RESOURCE 902u  /* resources of modules */
+
+#endif

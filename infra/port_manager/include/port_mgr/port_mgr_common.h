@@ -1,0 +1,48 @@
+/* SPDX-License-Identifier: Apache-2.0 */
+/* port_mgr_common.h: the whole interface of libport_mgr_common, the client library of the port manager.
+ *
+ * Conventions
+ *
+ * Results      Functions return a 32-bit status: 0 for success, one of the PM_ERR_... codes of status.h, 1 when
+ *              memory ran out, a system error number of the message transport, or a nonzero status that a service
+ *              answered with, passed on as it stands. Exceptions say so where they are declared.
+ * Outputs      An output is written only as its function says; on failure it stays untouched unless the function
+ *              says otherwise.
+ * Ownership    Every array or record that a function allocates for its caller is one malloc block: free it once,
+ *              with free. A response message belongs to the caller from the moment it is received: release it with
+ *              mts_drop, after parsing. The library keeps no reference to memory of its caller's.
+ * Byte order   Arguments and records are in host order. Members that keep the four bytes of the wire as they came
+ *              say "network order".
+ * Records      Byte-packed: members follow one another without padding, so multi-byte members may be unaligned.
+ * Threads      The library starts no thread, takes no lock and installs no signal handler. Everything may be called
+ *              on several threads at once; an MTS handle belongs to one thread at a time.
+ * Diagnostics  Lines on standard output, each begun by the name of the function that reports; failed argument checks
+ *              also leave a report in /log/assert-backtrace, when there is a /log, and a line in the system log.
+ *
+ * A query in brief
+ *
+ *     mts_msg_t answer;
+ *     uint32_t count;
+ *     pm_port_info_t *ports;
+ *     if (pm_get_port_info_range(handle, first, last, &answer) == 0) {
+ *         uint32_t status = pm_parse_get_port_info(&answer, &count, &ports);
+ *         mts_drop(handle, &answer);
+ *         if (status == 0) {
+ *             ...
+ *             free(ports);
+ *         }
+ *     }
+ */
+#ifndef PORT_MGR_PORT_MGR_COMMON_H
+#define PORT_MGR_PORT_MGR_COMMON_H
+
+#include "port_mgr/messaging.h"
+#include "port_mgr/opcodes.h"
+#include "port_mgr/port_info_record.h"
+#include "port_mgr/port_info_request.h"
+#include "port_mgr/port_info_response.h"
+#include "port_mgr/service_selection.h"
+#include "port_mgr/status.h"
+#include "port_mgr/types.h"
+
+#endif
