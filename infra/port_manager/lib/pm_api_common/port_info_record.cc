@@ -53,7 +53,7 @@ void store_attribute(const element &found, pm_port_info_t *record, uint32_t &hel
     const pm::port_attribute attribute =
         found.type < attribute_by_type.size() ? attribute_by_type[found.type] : pm::port_attribute{};
     const uint8_t *const value = static_cast<const uint8_t *>(found.value) + pm::attribute_offset;
-    uint8_t *const record_bytes = reinterpret_cast<uint8_t *>(record);
+    auto *const record_bytes = reinterpret_cast<uint8_t *>(record);
     uint8_t *const member = record_bytes + attribute.member;
     switch (attribute.kind) {
         case attribute_kind::number:

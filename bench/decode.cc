@@ -1,0 +1,134 @@
+// SPDX-License-Identifier: Apache-2.0
+// What decoding an answer costs, beside two floors over the same bytes: memcpy, and a plain byte-swap loop.
+#include <cstdlib>
+#include <cstring>
+#include <string>
+
+#include "bench/measure.h"
+#include "platform_dev/if_index_dev.h"
+#include "platform_dev/tlv_builder.h"
+#include "port_mgr/port_mgr_common.h"
+#include "protocol/port_info_layout.h"
+
+namespace {
+
+// Elements that each port of an answer has.
+constexpr uint16_t attributes_of_a_port[] = {4, 22, 23, 24, 30, 31, 32, 37, 42, 43, 74, 98};
+
+using bytes = std::vector<uint8_t>;
+
+uint32_t wire_index(uint32_t port) {
+    if_index_t if_index = 0;
+    if_index_slot_port_init(&if_index, IF_TYPE_FC, static_cast<uint8_t>(port / 48), static_cast<uint8_t>(port % 48));
+    return hton_if_index(if_index);
+}
+
+bytes base_record(uint32_t port) {
+    bytes record(pm::base_record_size);
+    for (size_t i = 0; i < record.size(); ++i)
+        record[i] = static_cast<uint8_t>(i);
+    pm::store(record.data(), wire_index(port));
+    return record;
+}
+
+void add_attributes(tlv_builder_t *builder, uint32_t port, size_t count) {
+    uint8_t value[pm::attribute_value_size] = {0, 0, 0, 0, 1, 2, 3, 4};
+    pm::store(value, wire_index(port));
+    for (size_t i = 0; i < count; ++i) {
+        tlv_builder_add(builder, attributes_of_a_port[i % std::size(attributes_of_a_port)], value, sizeof value);
+    }
+}
+
+// The array with the 16 zeroed bytes that the transport leaves behind a payload.
+bytes finish(tlv_builder_t *builder) {
+    const auto *const data = static_cast<const uint8_t *>(tlv_builder_data(builder));
+    bytes array(data, data + tlv_builder_size(builder));
+    array.resize(array.size() + 16);
+    tlv_builder_destroy(builder);
+    return array;
+}
+
+bytes answer(uint32_t ports) {
+    bytes payload(pm::answer_header_size);
+    pm::store_be32(&payload[pm::answer_status_size], ports);
+    tlv_builder_t *const builder = tlv_builder_create(0);
+    for (uint32_t port = 0; port < ports; ++port) {
+        const bytes record = base_record(port);
+        payload.insert(payload.end(), record.begin(), record.end());
+        add_attributes(builder, port, std::size(attributes_of_a_port));
+    }
+    const bytes attributes = finish(builder);
+    payload.insert(payload.end(), attributes.begin(), attributes.end());
+    return payload;
+}
+
+double copy_time(const bytes &from, size_t size) {
+    bytes to(size);
+    return bench::nanoseconds([&] {
+        std::memcpy(to.data(), from.data(), size);
+        bench::touch(to.data());
+    });
+}
+
+double swap_time(const bytes &from, size_t size) {
+    bytes to(size);
+    return bench::nanoseconds([&] {
+        for (size_t i = 0; i + 4 <= size; i += 4)
+            pm::store(&to[i], pm::load_be32(&from[i]));
+        bench::touch(to.data());
+    });
+}
+
+double parse_time(const bytes &base, const void *attributes) {
+    pm_port_info_t record;
+    return bench::nanoseconds([&] {
+        pm_parse_port_info(base.data(), attributes, &record);
+        bench::touch(&record);
+    });
+}
+
+void measure_one_record() {
+    const bytes base = base_record(0);
+    const bytes filler(sizeof(pm_port_info_t));
+    const double copy = copy_time(filler, filler.size());
+    const double ours = parse_time(base, nullptr);
+    bench::print_row("base record without elements : memcpy 388", ours, copy);
+    std::printf("%-44s %12.2f  at most 3 x memcpy + 40\n", "  goal", 3 * copy + 40);
+}
+
+void measure_foreign_elements() {
+    constexpr size_t elements = 4000;
+    tlv_builder_t *const builder = tlv_builder_create(0);
+    add_attributes(builder, 1, elements);
+    const bytes attributes = finish(builder);
+    const bytes base = base_record(0);
+    const double visits = parse_time(base, attributes.data()) - parse_time(base, nullptr);
+    const double copy = copy_time(attributes, attributes.size() - 16);
+    bench::print_row("visit of another port's element : memcpy", visits / elements, copy / elements);
+}
+
+void measure_answer(uint32_t ports) {
+    const bytes payload = answer(ports);
+    const auto size = static_cast<uint32_t>(payload.size() - 16);
+    const double ours = bench::nanoseconds([&] {
+        uint32_t count = 0;
+        pm_port_info_t *records = nullptr;
+        pm_parse_get_port_info_res_payload(payload.data(), size, &count, &records);
+        bench::touch(records);
+        std::free(records);
+    });
+    const std::string name = "answer of " + std::to_string(ports) + " ports, 12 elements each, a port";
+    bench::print_row((name + " : memcpy").c_str(), ours / ports, copy_time(payload, size) / ports);
+    bench::print_row((name + " : swap").c_str(), ours / ports, swap_time(payload, size) / ports);
+}
+
+}  // namespace
+
+int main() {
+    bench::print_header("nanoseconds");
+    measure_one_record();
+    measure_foreign_elements();
+    for (const uint32_t ports : {1u, 48u, 528u})
+        measure_answer(ports);
+    return 0;
+}
