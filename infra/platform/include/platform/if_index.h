@@ -26,33 +26,36 @@ enum {
     IF_TYPE_OTHER = 254
 };
 
-/* The interface type: which kind of interface the index names. */
+/* The interface type: which kind of interface the index names. Index 0, where a walk starts, has type 0; a type that
+ * the platform does not know is a failure. */
 int32_t if_index_get_type(if_index_t, uint8_t *type);
 
-/* Slot and port of a slot/port interface, both counted from 0. */
+/* Slot and port of a slot/port interface, both counted from 0. Fails for every other kind. */
 int32_t if_index_get_slot(if_index_t, uint8_t *slot);
 int32_t if_index_get_port(if_index_t, uint8_t *port);
 
-/* The sub-interface number; 0 for a main interface. */
+/* The sub-interface number, 0 for a main interface. Fails for a kind without sub-interfaces: only the types 2, 4, 22
+ * and 26 have them. */
 int32_t if_index_get_sub_intf(if_index_t, uint16_t *sub_intf);
 
 /* The main interface of a sub-interface; the index itself when it is a main interface. */
 if_index_t if_index_get_mainintf_from_subintf(if_index_t);
 
-/* Nonzero for a sub-interface of a port channel. */
+/* 1 for a sub-interface of a port channel (type 4 or 22), else 0. */
 int32_t if_index_is_port_channel_sub_interface(if_index_t);
 
-/* The sub-interface number of a physical Ethernet port. */
+/* The sub-interface number of a physical Ethernet port (type 2). */
 int32_t if_index_phy_eth_get_sub_intf(if_index_t, uint16_t *sub_intf);
 
-/* Channel number and subtype of a port channel. */
+/* Channel number and subtype of a port channel (type 4 or 22). */
 int32_t if_index_port_channel_get_channel_num(if_index_t, uint16_t *channel);
 int32_t if_index_port_channel_get_subtype(if_index_t, uint8_t *subtype);
 
 /* The tunnel number of an FCIP interface. */
 int32_t if_index_fcip_get_tunnel(if_index_t, uint16_t *tunnel);
 
-/* Builders: store the index of the interface named, return 0 on success. The fourth argument is 0. */
+/* Builders: store the index of the interface named and return 0. A number that does not fit is a failure and stores
+ * nothing. The fourth argument is 0. */
 int32_t if_index_phy_fc_port_init(if_index_t *out, uint8_t slot, uint8_t port, uint32_t);
 int32_t if_index_phy_eth_port_init(if_index_t *out, uint8_t slot, uint8_t port, uint32_t);
 int32_t if_index_port_channel_init(if_index_t *out, uint16_t channel);

@@ -1,7 +1,8 @@
 /* SPDX-License-Identifier: Apache-2.0 */
 /* tlv_array.h: arrays of type-length-value elements, in libutils.
  *
- * The aligned form pads every element; otherwise both are read alike. Reading is thread-safe. */
+ * The aligned form pads every element; otherwise both are read alike. An array need not be aligned, and its first 12
+ * bytes must be readable. Reading is thread-safe. */
 #ifndef PLATFORM_TLV_ARRAY_H
 #define PLATFORM_TLV_ARRAY_H
 
@@ -9,13 +10,14 @@
 
 PLATFORM_BEGIN_DECLS
 
-/* The number of elements. The second argument is 1. */
+/* The number of elements; 0 for what is no array. The second argument is 1. */
 uint32_t tlv_array_get_num_tlvs(const void *array, uint32_t);
 uint32_t tlv_aligned_array_get_num_tlvs(const void *array, uint32_t);
 
-/* The next element: type and length in host order, and a pointer to its value inside the array. `*position` is
- * 0 before the first call of a walk and is moved on by each call. The fifth argument is 1. Returns 0, or a
- * nonzero code; a call that fails leaves type, length and value as they were. */
+/* The next element: type and length in host order, and a pointer to its value inside the array, not aligned.
+ * `*position` is 0 before the first call of a walk and is moved on by each call that succeeds. The fifth argument is 1.
+ * Returns 0, ENODATA behind the last element, or EBADMSG for what is no array and for an element that does not fit
+ * it; a call that fails stores nothing. */
 uint32_t tlv_array_get_next_tlv(const void *array, uint16_t *type, uint16_t *length, const void **value, uint32_t,
                                 uint32_t *position);
 uint32_t tlv_aligned_array_get_next_tlv(const void *array, uint16_t *type, uint16_t *length, const void **value,

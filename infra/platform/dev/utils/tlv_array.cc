@@ -1,0 +1,62 @@
+// SPDX-License-Identifier: Apache-2.0
+// Callers visit every element once for every port of a response, so a step is a few loads and compares.
+#include "platform/tlv_array.h"
+
+#include <cerrno>
+
+#include "tlv_array_format.h"
+
+namespace platform_dev {
+namespace {
+
+uint32_t element_count(const void *array) {
+    const uint8_t *header = static_cast<const uint8_t *>(array);
+    if (load_be32(header) != tlv_array_mark)
+        return 0;
+    const uint32_t count = load_be32(header + tlv_array_count_offset);
+    const uint32_t bytes = load_be32(header + tlv_array_bytes_offset);
+    return count <= bytes / tlv_element_header_size ? count : 0;
+}
+
+template <bool aligned>
+uint32_t next_element(const void *array, uint16_t *type, uint16_t *length, const void **value, uint32_t *position) {
+    const uint8_t *header = static_cast<const uint8_t *>(array);
+    if (load_be32(header) != tlv_array_mark)
+        return EBADMSG;
+    const uint32_t bytes = load_be32(header + tlv_array_bytes_offset);
+    const uint32_t at = *position;
+    if (at >= bytes)
+        return ENODATA;
+    if (bytes - at < tlv_element_header_size)
+        return EBADMSG;
+    const uint8_t *element = header + tlv_array_header_size + at;
+    const uint32_t type_and_length = load_be32(element);
+    const uint16_t value_length = static_cast<uint16_t>(type_and_length);
+    const uint32_t size = tlv_element_size(value_length, aligned);
+    if (bytes - at < size)
+        return EBADMSG;
+    *type = static_cast<uint16_t>(type_and_length >> 16);
+    *length = value_length;
+    *value = element + tlv_element_header_size;
+    *position = at + size;
+    return 0;
+}
+
+}  // namespace
+}  // namespace platform_dev
+
+using namespace platform_dev;
+
+uint32_t tlv_array_get_num_tlvs(const void *array, uint32_t) { return element_count(array); }
+
+uint32_t tlv_aligned_array_get_num_tlvs(const void *array, uint32_t) { return element_count(array); }
+
+uint32_t tlv_array_get_next_tlv(const void *array, uint16_t *type, uint16_t *length, const void **value, uint32_t,
+                                uint32_t *position) {
+    return next_element<false>(array, type, length, value, position);
+}
+
+uint32_t tlv_aligned_array_get_next_tlv(const void *array, uint16_t *type, uint16_t *length, const void **value,
+                                        uint32_t, uint32_t *position) {
+    return next_element<true>(array, type, length, value, position);
+}
