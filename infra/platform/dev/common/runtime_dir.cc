@@ -15,8 +15,7 @@ namespace {
 bool is_private_directory(const char *path) {
     struct stat status {};
     // A symbolic link is not followed: in /tmp anyone could have put it there.
-    if (lstat(path, &status) != 0)
-        return false;
+    if (lstat(path, &status) != 0) return false;
     if (!S_ISDIR(status.st_mode)) {
         errno = ENOTDIR;
         return false;
@@ -29,8 +28,7 @@ bool is_private_directory(const char *path) {
 }
 
 int print_path(path_buffer &path) {
-    if (const char *own = secure_getenv("MTS_RUNTIME_DIR"))
-        return std::snprintf(path.data(), path.size(), "%s", own);
+    if (const char *own = secure_getenv("MTS_RUNTIME_DIR")) return std::snprintf(path.data(), path.size(), "%s", own);
     if (const char *users = secure_getenv("XDG_RUNTIME_DIR"))
         return std::snprintf(path.data(), path.size(), "%s/port_mgr", users);
     return std::snprintf(path.data(), path.size(), "/tmp/port_mgr-%u", geteuid());
@@ -44,8 +42,7 @@ bool runtime_dir(path_buffer &path) {
         errno = ENAMETOOLONG;
         return false;
     }
-    if (mkdir(path.data(), S_IRWXU) != 0 && errno != EEXIST)
-        return false;
+    if (mkdir(path.data(), S_IRWXU) != 0 && errno != EEXIST) return false;
     return is_private_directory(path.data());
 }
 

@@ -26,8 +26,7 @@ class unique_fd {
     explicit operator bool() const { return fd_ >= 0; }
 
     void reset() {
-        if (fd_ >= 0)
-            close(std::exchange(fd_, -1));
+        if (fd_ >= 0) close(std::exchange(fd_, -1));
     }
 
   private:

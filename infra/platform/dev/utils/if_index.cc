@@ -19,8 +19,7 @@ const index_layout *layout_of(if_index_t index) {
 template <typename T>
 int32_t get_number(if_index_t index, unit_kind unit_is, bit_field index_layout::*field, T *out) {
     const index_layout *layout = layout_of(index);
-    if (layout == nullptr || layout->unit_is != unit_is)
-        return failure;
+    if (layout == nullptr || layout->unit_is != unit_is) return failure;
     *out = static_cast<T>((layout->*field).get(index));
     return 0;
 }
@@ -45,8 +44,7 @@ int32_t compose(uint8_t type, const index_numbers &numbers, if_index_t *out) {
 using namespace platform_dev;
 
 int32_t if_index_get_type(if_index_t index, uint8_t *type) {
-    if (index != 0 && kind_of(index) == nullptr)
-        return failure;
+    if (index != 0 && kind_of(index) == nullptr) return failure;
     *type = static_cast<uint8_t>(type_field.get(index));
     return 0;
 }
@@ -61,13 +59,14 @@ int32_t if_index_get_port(if_index_t index, uint8_t *port) {
 
 int32_t if_index_get_sub_intf(if_index_t index, uint16_t *sub_intf) {
     const uint32_t mask = sub_intf_mask(index);
-    if (mask == 0)
-        return failure;
+    if (mask == 0) return failure;
     *sub_intf = static_cast<uint16_t>(index & mask);
     return 0;
 }
 
-if_index_t if_index_get_mainintf_from_subintf(if_index_t index) { return index & ~sub_intf_mask(index); }
+if_index_t if_index_get_mainintf_from_subintf(if_index_t index) {
+    return index & ~sub_intf_mask(index);
+}
 
 int32_t if_index_is_port_channel_sub_interface(if_index_t index) {
     return is_port_channel(index) && (index & sub_intf_mask(index)) != 0;
@@ -86,8 +85,7 @@ int32_t if_index_port_channel_get_subtype(if_index_t index, uint8_t *subtype) {
 }
 
 int32_t if_index_fcip_get_tunnel(if_index_t index, uint16_t *tunnel) {
-    if (type_field.get(index) != IF_TYPE_FCIP)
-        return failure;
+    if (type_field.get(index) != IF_TYPE_FCIP) return failure;
     *tunnel = static_cast<uint16_t>(tunnel_layout.number.get(index));
     return 0;
 }
@@ -108,6 +106,10 @@ int32_t if_index_fcip_port_init(if_index_t *out, uint16_t tunnel) {
     return compose(IF_TYPE_FCIP, {0, tunnel, 0}, out);
 }
 
-uint32_t hton_if_index(if_index_t index) { return htonl(index); }
+uint32_t hton_if_index(if_index_t index) {
+    return htonl(index);
+}
 
-if_index_t ntoh_if_index(uint32_t wire) { return ntohl(wire); }
+if_index_t ntoh_if_index(uint32_t wire) {
+    return ntohl(wire);
+}

@@ -9,8 +9,7 @@ namespace {
 // Builds an index of a type whose unit is of the kind named.
 int32_t compose(uint8_t type, unit_kind unit_is, const index_numbers &numbers, if_index_t *out) {
     const interface_kind *kind = kind_of_type(type);
-    if (kind == nullptr || kind->layout.unit_is != unit_is)
-        return -1;
+    if (kind == nullptr || kind->layout.unit_is != unit_is) return -1;
     return compose_index(*kind, numbers, out) ? 0 : -1;
 }
 

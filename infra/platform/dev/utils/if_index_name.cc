@@ -17,7 +17,9 @@ constexpr std::string_view unnamed_word = "if";
 constexpr bit_field raw_field = {0, 24};
 
 // Slots and the ports in them count from 1 in names.
-uint32_t name_base(const index_layout &layout) { return layout.unit_is == unit_kind::slot ? 1 : 0; }
+uint32_t name_base(const index_layout &layout) {
+    return layout.unit_is == unit_kind::slot ? 1 : 0;
+}
 
 // Builds a name in a caller's buffer.
 class name_writer {
@@ -39,11 +41,9 @@ class name_writer {
 void add_numbers(name_writer &writer, const index_layout &layout, if_index_t index) {
     const uint32_t unit = layout.unit.get(index);
     const uint32_t base = name_base(layout);
-    if (layout.unit_is == unit_kind::slot || unit != 0)
-        writer.add("%u/", unit + base);
+    if (layout.unit_is == unit_kind::slot || unit != 0) writer.add("%u/", unit + base);
     writer.add("%u", layout.number.get(index) + base);
-    if (const uint32_t sub_intf = layout.sub_intf.get(index); sub_intf != 0)
-        writer.add(".%u", sub_intf);
+    if (const uint32_t sub_intf = layout.sub_intf.get(index); sub_intf != 0) writer.add(".%u", sub_intf);
 }
 
 // Takes a name apart from left to right.
@@ -60,8 +60,7 @@ class name_reader {
     }
 
     bool skip(std::string_view expected) {
-        if (!rest_.starts_with(expected))
-            return false;
+        if (!rest_.starts_with(expected)) return false;
         rest_.remove_prefix(expected.size());
         return true;
     }
@@ -76,23 +75,21 @@ class name_reader {
     std::string_view rest_;
 };
 
-char lower(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; }
+char lower(char c) {
+    return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+}
 
 bool begins(std::string_view name, std::string_view word) {
-    if (word.size() > name.size())
-        return false;
+    if (word.size() > name.size()) return false;
     for (size_t i = 0; i < word.size(); ++i)
-        if (lower(word[i]) != lower(name[i]))
-            return false;
+        if (lower(word[i]) != lower(name[i])) return false;
     return true;
 }
 
 const interface_kind *kind_of_word(std::string_view word) {
-    if (word.size() < 2)
-        return nullptr;
+    if (word.size() < 2) return nullptr;
     for (const interface_kind &kind : interface_kinds)
-        if (begins(kind.name, word))
-            return &kind;
+        if (begins(kind.name, word)) return &kind;
     return nullptr;
 }
 
@@ -115,15 +112,14 @@ bool unit_allowed(const index_layout &layout, bool present) {
 bool read_numbers(name_reader &reader, const interface_kind &kind, if_index_t *out) {
     const uint32_t base = name_base(kind.layout);
     index_numbers numbers = {base, 0, 0};
-    if (!reader.number(&numbers.number))
-        return false;
+    if (!reader.number(&numbers.number)) return false;
     const bool has_unit = reader.skip("/");
     if (has_unit) {
         numbers.unit = numbers.number;
-        if (!reader.number(&numbers.number))
-            return false;
+        if (!reader.number(&numbers.number)) return false;
     }
-    if (!unit_allowed(kind.layout, has_unit) || numbers.unit < base || numbers.number < base || !read_sub_intf(reader, &numbers.sub_intf) || !reader.at_end())
+    if (!unit_allowed(kind.layout, has_unit) || numbers.unit < base || numbers.number < base ||
+        !read_sub_intf(reader, &numbers.sub_intf) || !reader.at_end())
         return false;
     numbers.unit -= base;
     numbers.number -= base;
@@ -132,8 +128,7 @@ bool read_numbers(name_reader &reader, const interface_kind &kind, if_index_t *o
 
 bool read_raw(name_reader &reader, uint32_t type, if_index_t *out) {
     uint32_t bits;
-    if (!reader.number(&bits, 16) || bits > raw_field.max() || !reader.at_end())
-        return false;
+    if (!reader.number(&bits, 16) || bits > raw_field.max() || !reader.at_end()) return false;
     *out = type << type_field.shift | bits;
     return true;
 }
@@ -141,10 +136,8 @@ bool read_raw(name_reader &reader, uint32_t type, if_index_t *out) {
 // What follows the word "if".
 bool read_unnamed(name_reader &reader, if_index_t *out) {
     uint32_t type;
-    if (!reader.number(&type) || type > type_field.max() || !reader.skip("-"))
-        return false;
-    if (reader.skip("0x"))
-        return read_raw(reader, type, out);
+    if (!reader.number(&type) || type > type_field.max() || !reader.skip("-")) return false;
+    if (reader.skip("0x")) return read_raw(reader, type, out);
     const interface_kind *kind = kind_of_type(static_cast<uint8_t>(type));
     return kind != nullptr && read_numbers(reader, *kind, out);
 }
@@ -174,8 +167,7 @@ int32_t if_index_from_name(const char *name, if_index_t *out) {
     name_reader reader(name);
     const std::string_view word = reader.word();
     const bool unnamed = word.size() == unnamed_word.size() && begins(unnamed_word, word);
-    if (unnamed)
-        return read_unnamed(reader, out) ? 0 : -1;
+    if (unnamed) return read_unnamed(reader, out) ? 0 : -1;
     const interface_kind *kind = kind_of_word(word);
     return kind != nullptr && read_numbers(reader, *kind, out) ? 0 : -1;
 }

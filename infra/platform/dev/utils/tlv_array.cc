@@ -11,8 +11,7 @@ namespace {
 
 uint32_t element_count(const void *array) {
     const uint8_t *header = static_cast<const uint8_t *>(array);
-    if (load_be32(header) != tlv_array_mark)
-        return 0;
+    if (load_be32(header) != tlv_array_mark) return 0;
     const uint32_t count = load_be32(header + tlv_array_count_offset);
     const uint32_t bytes = load_be32(header + tlv_array_bytes_offset);
     return count <= bytes / tlv_element_header_size ? count : 0;
@@ -21,20 +20,16 @@ uint32_t element_count(const void *array) {
 template <bool aligned>
 uint32_t next_element(const void *array, uint16_t *type, uint16_t *length, const void **value, uint32_t *position) {
     const uint8_t *header = static_cast<const uint8_t *>(array);
-    if (load_be32(header) != tlv_array_mark)
-        return EBADMSG;
+    if (load_be32(header) != tlv_array_mark) return EBADMSG;
     const uint32_t bytes = load_be32(header + tlv_array_bytes_offset);
     const uint32_t at = *position;
-    if (at >= bytes)
-        return ENODATA;
-    if (bytes - at < tlv_element_header_size)
-        return EBADMSG;
+    if (at >= bytes) return ENODATA;
+    if (bytes - at < tlv_element_header_size) return EBADMSG;
     const uint8_t *element = header + tlv_array_header_size + at;
     const uint32_t type_and_length = load_be32(element);
     const uint16_t value_length = static_cast<uint16_t>(type_and_length);
     const uint32_t size = tlv_element_size(value_length, aligned);
-    if (bytes - at < size)
-        return EBADMSG;
+    if (bytes - at < size) return EBADMSG;
     *type = static_cast<uint16_t>(type_and_length >> 16);
     *length = value_length;
     *value = element + tlv_element_header_size;
@@ -47,9 +42,13 @@ uint32_t next_element(const void *array, uint16_t *type, uint16_t *length, const
 
 using namespace platform_dev;
 
-uint32_t tlv_array_get_num_tlvs(const void *array, uint32_t) { return element_count(array); }
+uint32_t tlv_array_get_num_tlvs(const void *array, uint32_t) {
+    return element_count(array);
+}
 
-uint32_t tlv_aligned_array_get_num_tlvs(const void *array, uint32_t) { return element_count(array); }
+uint32_t tlv_aligned_array_get_num_tlvs(const void *array, uint32_t) {
+    return element_count(array);
+}
 
 uint32_t tlv_array_get_next_tlv(const void *array, uint16_t *type, uint16_t *length, const void **value, uint32_t,
                                 uint32_t *position) {

@@ -26,8 +26,7 @@ struct tlv_builder {
         bytes.resize(start + tlv_element_size(length, aligned));
         uint8_t *element = bytes.data() + start;
         store_be32(element, uint32_t{type} << 16 | length);
-        if (length != 0)
-            memcpy(element + tlv_element_header_size, value, length);
+        if (length != 0) memcpy(element + tlv_element_header_size, value, length);
         ++count;
         update_header();
     }
@@ -46,20 +45,29 @@ tlv_builder_t *tlv_builder_create(int32_t aligned) try {
 }
 
 int32_t tlv_builder_add(tlv_builder_t *builder, uint16_t type, const void *value, uint16_t length) try {
-    if (builder->bytes.size() > UINT32_MAX - tlv_element_size(length, builder->aligned))
-        return -1;
+    if (builder->bytes.size() > UINT32_MAX - tlv_element_size(length, builder->aligned)) return -1;
     builder->add(type, value, length);
     return 0;
 } catch (const std::exception &) {
     return -1;
 }
 
-const void *tlv_builder_data(const tlv_builder_t *builder) { return builder->bytes.data(); }
+const void *tlv_builder_data(const tlv_builder_t *builder) {
+    return builder->bytes.data();
+}
 
-uint32_t tlv_builder_size(const tlv_builder_t *builder) { return static_cast<uint32_t>(builder->bytes.size()); }
+uint32_t tlv_builder_size(const tlv_builder_t *builder) {
+    return static_cast<uint32_t>(builder->bytes.size());
+}
 
-uint32_t tlv_builder_count(const tlv_builder_t *builder) { return builder->count; }
+uint32_t tlv_builder_count(const tlv_builder_t *builder) {
+    return builder->count;
+}
 
-void tlv_builder_reset(tlv_builder_t *builder) { builder->reset(); }
+void tlv_builder_reset(tlv_builder_t *builder) {
+    builder->reset();
+}
 
-void tlv_builder_destroy(tlv_builder_t *builder) { delete builder; }
+void tlv_builder_destroy(tlv_builder_t *builder) {
+    delete builder;
+}
