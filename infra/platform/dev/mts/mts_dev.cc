@@ -1,0 +1,43 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "platform_dev/mts_dev.h"
+
+#include <cerrno>
+#include <cstring>
+#include <new>
+
+#include "common/runtime_dir.h"
+#include "mts/handle_table.h"
+
+using namespace platform_dev;
+
+mts_handle_t mts_dev_open(void) {
+    path_buffer directory;
+    if (!runtime_dir(directory))
+        return 0;
+    std::unique_ptr<message_queue> queue(new (std::nothrow) message_queue(directory));
+    if (!queue) {
+        errno = ENOMEM;
+        return 0;
+    }
+    return open_handle(std::move(queue));
+}
+
+int32_t mts_dev_close(mts_handle_t handle) {
+    if (close_handle(handle))
+        return 0;
+    errno = EBADF;
+    return -1;
+}
+
+int32_t mts_dev_runtime_dir(char *path, size_t size) {
+    path_buffer directory;
+    if (!runtime_dir(directory))
+        return -1;
+    const size_t needed = std::strlen(directory.data()) + 1;
+    if (needed > size) {
+        errno = ENAMETOOLONG;
+        return -1;
+    }
+    std::memcpy(path, directory.data(), needed);
+    return 0;
+}

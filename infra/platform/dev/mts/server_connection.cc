@@ -1,0 +1,84 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "mts/server_connection.h"
+
+#include <sys/socket.h>
+
+#include <cerrno>
+
+#include "mts/server.h"
+
+namespace platform_dev {
+
+namespace {
+
+bool is_request(const frame_header &header) {
+    return header.kind == frame_kind::message_request || header.kind == frame_kind::cmi_request;
+}
+
+frame_header answer_header(const frame_header &request, const mts_reply &reply, uint32_t message_id) {
+    const bool is_cmi = request.kind == frame_kind::cmi_request;
+    frame_header header{};
+    header.kind = is_cmi ? frame_kind::cmi_answer : frame_kind::message_answer;
+    header.opcode = request.opcode;
+    header.token = request.token;
+    header.message_id = message_id;
+    header.payload_size = reply.payload_size;
+    header.cmi_word = is_cmi ? reply.status : 0;
+    return header;
+}
+
+}  // namespace
+
+bool server_connection::on_event(uint32_t events) {
+    if (held_)
+        return send_held_answer();
+    return (events & EPOLLIN) && serve_request();
+}
+
+bool server_connection::serve_request() {
+    received_frame frame;
+    const int error = receive(socket_.get(), MSG_DONTWAIT, server_.buffers(), frame);
+    if (error == EAGAIN)
+        return true;
+    if (error != 0 || !is_request(frame.header))
+        return false;
+    mts_reply &reply = server_.reply();
+    call_service(frame, reply);
+    if (frame.is_packet_buffer)
+        server_.buffers().give_back(std::move(frame.payload));
+    return !reply.is_given || answer(frame.header, reply);
+}
+
+void server_connection::call_service(const received_frame &frame, mts_reply &reply) const {
+    reply.is_given = false;
+    const frame_header &header = frame.header;
+    const bool is_cmi = header.kind == frame_kind::cmi_request;
+    const mts_request_t request = {.node = service_.node,
+                                   .sap = service_.sap,
+                                   .opcode = header.opcode,
+                                   .is_cmi = is_cmi,
+                                   .kind = is_cmi ? header.cmi_word : 0,
+                                   .payload_size = header.payload_size,
+                                   .payload = frame.payload.get()};
+    service_.handle(service_.context, &request, &reply);
+}
+
+bool server_connection::answer(const frame_header &request, mts_reply &reply) {
+    const frame_header header = answer_header(request, reply, server_.next_message_id());
+    const int error = send_frame(socket_.get(), header, reply.block.get());
+    if (error != EAGAIN)
+        return error == 0;
+    held_ = held_answer{header, std::move(reply.block)};
+    reply.capacity = 0;
+    return server_.wait_for(*this, EPOLLOUT) == 0;
+}
+
+bool server_connection::send_held_answer() {
+    const int error = send_frame(socket_.get(), held_->header, held_->payload.get());
+    if (error != 0)
+        return error == EAGAIN;
+    held_.reset();
+    return server_.wait_for(*this, EPOLLIN) == 0;
+}
+
+}  // namespace platform_dev
