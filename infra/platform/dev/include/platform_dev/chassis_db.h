@@ -2,9 +2,10 @@
 // chassis_db.h: publishes the chassis database that the platform's look-ups read: chassis type, modules, slot
 // count, port-channel members and the index map.
 //
-// The database is one memory-mapped file in the run-time directory. Readers take no lock: a sequence counter tells
-// them to read again when they met an update. It is written in place, so readers follow every change at once, also
-// across a restart of the publisher.
+// The database is one memory-mapped file in the run-time directory. Publisher and readers share no lock: a sequence
+// counter tells a reader to read again when it met an update. The file is written in place, so readers follow every
+// change at once, also across a restart of the publisher. A publisher that dies leaves the database as it was, or
+// unreadable when it died within an update, until the next one takes it.
 #ifndef PLATFORM_DEV_CHASSIS_DB_H
 #define PLATFORM_DEV_CHASSIS_DB_H
 
@@ -42,21 +43,27 @@ struct chassis {
     std::vector<index_map_entry> index_map;  // any order; main interfaces only
 };
 
-// The one writer of the database. Destroying it withdraws what it published: look-ups fail from then on.
+// The one writer of the database. It belongs to one thread at a time.
 class chassis_publisher {
   public:
-    // Takes the database of the run-time directory. Null with errno: EWOULDBLOCK when another process publishes there.
+    // Takes the database of the run-time directory and empties it. Null with errno: EWOULDBLOCK when another
+    // publisher is at work there, else what the run-time directory or the file system says.
     static std::unique_ptr<chassis_publisher> open();
 
-    virtual ~chassis_publisher() = default;
+    // Withdraws what was published: look-ups fail from then on.
+    ~chassis_publisher();
     chassis_publisher(const chassis_publisher &) = delete;
     chassis_publisher &operator=(const chassis_publisher &) = delete;
 
-    // Replaces the whole content. Returns false with errno ENOSPC when a table is longer than the file has room for.
-    [[nodiscard]] virtual bool publish(const chassis &content) = 0;
+    // Replaces the whole content; of two entries for one slot or interface the first counts. Returns false with errno
+    // ENOSPC, and publishes nothing, when a table is longer than the file has room for: 64 modules, 256 port
+    // channels, 4096 entries of the index map.
+    [[nodiscard]] bool publish(const chassis &content);
 
-  protected:
-    chassis_publisher() = default;
+  private:
+    class database_file;
+    explicit chassis_publisher(std::unique_ptr<database_file> file);
+    std::unique_ptr<database_file> file_;
 };
 
 }  // namespace platform_dev
