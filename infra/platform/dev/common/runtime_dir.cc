@@ -36,12 +36,17 @@ int print_path(path_buffer &path) {
 
 }  // namespace
 
-bool runtime_dir(path_buffer &path) {
+bool runtime_dir_path(path_buffer &path) {
     const int length = print_path(path);
     if (length < 0 || static_cast<size_t>(length) + sizeof '/' + max_runtime_name >= path.size()) {
         errno = ENAMETOOLONG;
         return false;
     }
+    return true;
+}
+
+bool runtime_dir(path_buffer &path) {
+    if (!runtime_dir_path(path)) return false;
     if (mkdir(path.data(), S_IRWXU) != 0 && errno != EEXIST) return false;
     return is_private_directory(path.data());
 }

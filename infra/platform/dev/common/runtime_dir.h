@@ -22,6 +22,10 @@ inline constexpr size_t max_runtime_name = 31;
 // address cannot hold the names in it. Thread-safe as long as nobody changes the environment.
 [[nodiscard]] bool runtime_dir(path_buffer &path);
 
+// Writes the same path and touches nothing, to learn whether the environment names another directory by now. Returns
+// false with errno ENAMETOOLONG.
+[[nodiscard]] bool runtime_dir_path(path_buffer &path);
+
 // Writes the path of the file `name` in `directory`, which runtime_dir gave. Returns false with errno ENAMETOOLONG.
 [[nodiscard]] bool runtime_file(const path_buffer &directory, const char *name, path_buffer &path);
 
