@@ -8,6 +8,10 @@
 
 int main(void) {
     mts_handle_t handle = mts_dev_open();
+    if (handle == 0) {
+        perror("list_ports: mts_dev_open");
+        return 1;
+    }
     mts_msg_t answer;
     uint32_t count;
     pm_port_info_t *ports;
@@ -17,6 +21,7 @@ int main(void) {
         status = pm_parse_get_port_info(&answer, &count, &ports);
         mts_drop(handle, &answer);
     }
+    mts_dev_close(handle);
     if (status != 0) {
         fprintf(stderr, "list_ports: status 0x%x\n", status);
         return 1;
@@ -27,6 +32,5 @@ int main(void) {
         printf("%-20s %s\n", name, ports[i].oper_state == 1 ? "up" : "not up");
     }
     free(ports);
-    mts_dev_close(handle);
     return 0;
 }

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
-// cursor.h: writes and reads a payload field by field. A cursor knows the end of its bytes and remembers the first
-// overrun, so that an encoder or a decoder reads as the list of fields that it is and is checked once, at its end.
+// cursor.h: writes and reads a payload field by field, so that an encoder or a decoder reads as the list of fields
+// that it is. A cursor never passes the end of its bytes and remembers when a field met it.
 #ifndef PROTOCOL_CURSOR_H
 #define PROTOCOL_CURSOR_H
 

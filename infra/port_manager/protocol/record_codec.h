@@ -25,37 +25,38 @@ struct record_field {
     size_t count = 1;  // of bytes or numbers
 };
 
-template <record_field field>
-inline void decode_field(const uint8_t *wire, uint8_t *record, auto ntoh_if_index) {
-    const uint8_t *from = wire + field.wire;
-    uint8_t *to = record + field.member;
-    if constexpr (field.kind == field_kind::bytes) {
-        std::memcpy(to, from, field.count);
-    } else if constexpr (field.kind == field_kind::u16) {
-        for (size_t i = 0; i < field.count; ++i)
+// A number has the same bytes swapped both ways, so encoding is decoding with the ends exchanged.
+template <field_kind kind, size_t count>
+inline void move_field(const uint8_t *from, uint8_t *to, auto convert_if_index) {
+    if constexpr (kind == field_kind::bytes) {
+        std::memcpy(to, from, count);
+    } else if constexpr (kind == field_kind::u16) {
+        for (size_t i = 0; i < count; ++i)
             store(to + 2 * i, load_be16(from + 2 * i));
-    } else if constexpr (field.kind == field_kind::u32) {
-        for (size_t i = 0; i < field.count; ++i)
+    } else if constexpr (kind == field_kind::u32) {
+        for (size_t i = 0; i < count; ++i)
             store(to + 4 * i, load_be32(from + 4 * i));
     } else {
-        store(to, static_cast<uint32_t>(ntoh_if_index(load<uint32_t>(from))));
+        store(to, static_cast<uint32_t>(convert_if_index(load<uint32_t>(from))));
     }
 }
 
-// A number has the same bytes swapped both ways, so encoding is decoding with the ends exchanged.
+// Fills the members of the record that the table names, in the table's order.
 template <const auto &fields>
 inline void decode_record(const uint8_t *wire, void *record, auto ntoh_if_index) {
+    auto *const members = static_cast<uint8_t *>(record);
     [&]<size_t... i>(std::index_sequence<i...>) {
-        (decode_field<fields[i]>(wire, static_cast<uint8_t *>(record), ntoh_if_index), ...);
+        (move_field<fields[i].kind, fields[i].count>(wire + fields[i].wire, members + fields[i].member, ntoh_if_index),
+         ...);
     }
     (std::make_index_sequence<fields.size()>{});
 }
 
 template <const auto &fields>
 inline void encode_record(const void *record, uint8_t *wire, auto hton_if_index) {
+    const auto *const members = static_cast<const uint8_t *>(record);
     [&]<size_t... i>(std::index_sequence<i...>) {
-        (decode_field<record_field{fields[i].member, fields[i].wire, fields[i].kind, fields[i].count}>(
-             static_cast<const uint8_t *>(record), wire, hton_if_index),
+        (move_field<fields[i].kind, fields[i].count>(members + fields[i].member, wire + fields[i].wire, hton_if_index),
          ...);
     }
     (std::make_index_sequence<fields.size()>{});

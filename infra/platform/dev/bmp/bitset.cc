@@ -26,8 +26,7 @@ void bitset_clear(bitset_t *set) {
 }
 
 void bitset_set_bit(bitset_t *set, uint32_t number) {
-    if (fits(set, number))
-        set->bits[number / 8] = static_cast<uint8_t>(set->bits[number / 8] | mask_of(number));
+    if (fits(set, number)) set->bits[number / 8] = static_cast<uint8_t>(set->bits[number / 8] | mask_of(number));
 }
 
 void bitset_set_range(bitset_t *set, uint32_t start, uint32_t count) {

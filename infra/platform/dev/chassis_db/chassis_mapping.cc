@@ -45,14 +45,11 @@ bool chassis_mapping::is_live() const {
 bool chassis_mapping::open() {
     close();
     path_buffer path;
-    if (!runtime_dir(directory_) || !runtime_file(directory_, chassis_file_name, path))
-        return false;
+    if (!runtime_dir(directory_) || !runtime_file(directory_, chassis_file_name, path)) return false;
     unique_fd fd(::open(path.data(), O_RDONLY | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK));
-    if (!fd || !has_whole_image(fd.get()))
-        return false;
+    if (!fd || !has_whole_image(fd.get())) return false;
     image_ptr image = map_image(fd.get(), PROT_READ);
-    if (image == nullptr || !has_current_header(image->header))
-        return false;
+    if (image == nullptr || !has_current_header(image->header)) return false;
     fd_ = std::move(fd);
     image_ = std::move(image);
     return true;

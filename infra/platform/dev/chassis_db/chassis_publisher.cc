@@ -34,14 +34,10 @@ unique_fd take_file(const char *path) {
     for (int attempt = 0; attempt < attempts; ++attempt) {
         unique_fd fd(open(path, O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK, S_IRUSR | S_IWUSR));
         struct stat status {};
-        if (!fd || flock(fd.get(), LOCK_EX | LOCK_NB) != 0 || fstat(fd.get(), &status) != 0)
-            return {};
-        if (status.st_nlink == 0)
-            continue;
-        if (status.st_size == 0)
-            return allocate(fd.get()) ? std::move(fd) : unique_fd{};
-        if (is_current(fd.get(), status.st_size))
-            return fd;
+        if (!fd || flock(fd.get(), LOCK_EX | LOCK_NB) != 0 || fstat(fd.get(), &status) != 0) return {};
+        if (status.st_nlink == 0) continue;
+        if (status.st_size == 0) return allocate(fd.get()) ? std::move(fd) : unique_fd{};
+        if (is_current(fd.get(), status.st_size)) return fd;
         unlink(path);
     }
     errno = EAGAIN;
@@ -50,8 +46,7 @@ unique_fd take_file(const char *path) {
 
 template <typename To, size_t capacity, typename From, typename Convert>
 bool fill_table(To (&table)[capacity], uint32_t &count, const std::vector<From> &entries, Convert convert) {
-    if (entries.size() > capacity)
-        return false;
+    if (entries.size() > capacity) return false;
     std::ranges::transform(entries, table, convert);
     count = static_cast<uint32_t>(entries.size());
     return true;
@@ -117,14 +112,11 @@ class chassis_publisher::database_file {
 std::unique_ptr<chassis_publisher> chassis_publisher::open() {
     path_buffer directory;
     path_buffer path;
-    if (!runtime_dir(directory) || !runtime_file(directory, chassis_file_name, path))
-        return nullptr;
+    if (!runtime_dir(directory) || !runtime_file(directory, chassis_file_name, path)) return nullptr;
     unique_fd fd = take_file(path.data());
-    if (!fd)
-        return nullptr;
+    if (!fd) return nullptr;
     image_ptr image = map_image(fd.get(), PROT_READ | PROT_WRITE);
-    if (image == nullptr)
-        return nullptr;
+    if (image == nullptr) return nullptr;
     auto taken = std::make_unique<database_file>(std::move(fd), std::move(image));
     taken->clear();
     taken->write_header();

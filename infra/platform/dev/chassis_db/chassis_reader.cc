@@ -36,8 +36,7 @@ constinit process_mapping process;
 template <typename Read>
 auto read_image(const chassis_image &image, Read read) -> decltype(read(image.content)) {
     return read_sequenced(image.sequence, [&]() -> decltype(read(image.content)) {
-        if (load_word(image.content.published) == 0)
-            return std::nullopt;
+        if (load_word(image.content.published) == 0) return std::nullopt;
         return read(image.content);
     });
 }
@@ -47,12 +46,10 @@ auto read_content(Read read) -> decltype(read(std::declval<const chassis_content
     auto &[mutex, mapping] = process.shared;
     {
         std::shared_lock lock(mutex);
-        if (mapping.is_live())
-            return read_image(mapping.image(), read);
+        if (mapping.is_live()) return read_image(mapping.image(), read);
     }
     std::unique_lock lock(mutex);
-    if (!mapping.is_live() && !mapping.open())
-        return std::nullopt;
+    if (!mapping.is_live() && !mapping.open()) return std::nullopt;
     return read_image(mapping.image(), read);
 }
 
@@ -88,8 +85,7 @@ std::optional<chassis_summary> find_chassis() {
 std::optional<module_entry> find_module(uint8_t slot) {
     return read_content([slot](const chassis_content &content) -> std::optional<module_entry> {
         const auto *entry = find_entry(entries(content.modules, content.module_count), &module_image::slot, slot);
-        if (entry == nullptr)
-            return std::nullopt;
+        if (entry == nullptr) return std::nullopt;
         return module_entry{slot, static_cast<uint16_t>(load_word(entry->card_type))};
     });
 }
@@ -98,8 +94,7 @@ std::optional<member_list> find_port_channel(if_index_t channel) {
     return read_content([channel](const chassis_content &content) -> std::optional<member_list> {
         const auto *entry = find_entry(entries(content.port_channels, content.port_channel_count),
                                        &port_channel_image::if_index, channel);
-        if (entry == nullptr)
-            return std::nullopt;
+        if (entry == nullptr) return std::nullopt;
         return load_members(*entry);
     });
 }
@@ -109,8 +104,7 @@ std::optional<index_map_entry> find_index_map_entry(if_index_t index) {
         const auto table = entries(content.index_map, content.index_map_count);
         const auto entry =
             std::ranges::lower_bound(table, index, {}, [](const auto &each) { return load_word(each.if_index); });
-        if (entry == table.end() || load_word(entry->if_index) != index)
-            return std::nullopt;
+        if (entry == table.end() || load_word(entry->if_index) != index) return std::nullopt;
         return index_map_entry{index, load_word(entry->node), static_cast<uint8_t>(load_word(entry->slot)),
                                static_cast<uint8_t>(load_word(entry->port_base))};
     });

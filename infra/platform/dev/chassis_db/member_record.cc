@@ -12,8 +12,7 @@ int32_t fill_member_record(void *record, const member_record_layout &layout) {
     if_index_t channel;
     memcpy(&channel, bytes + layout.channel_offset, sizeof channel);
     const auto list = find_port_channel(channel);
-    if (!list)
-        return -1;
+    if (!list) return -1;
     memcpy(bytes + layout.count_offset, &list->count, sizeof list->count);
     memcpy(bytes + layout.first_member_offset, list->members.data(), list->count * sizeof(if_index_t));
     return 0;

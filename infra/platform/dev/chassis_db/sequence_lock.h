@@ -49,8 +49,7 @@ auto read_sequenced(const uint32_t &sequence, Read read) -> decltype(read()) {
         const uint32_t before = load_word(sequence);
         if (before % 2 == 0) {
             auto result = read();
-            if (shared_word(sequence).load(std::memory_order_relaxed) == before)
-                return result;
+            if (shared_word(sequence).load(std::memory_order_relaxed) == before) return result;
         }
         std::this_thread::sleep_for(read_pause);
     }

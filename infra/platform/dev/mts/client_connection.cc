@@ -22,8 +22,7 @@ bool is_answer(const frame_header &header) {
 }
 
 int connect_without_waiting(int socket, const sockaddr_un &address) {
-    if (connect(socket, reinterpret_cast<const sockaddr *>(&address), sizeof address) == 0)
-        return 0;
+    if (connect(socket, reinterpret_cast<const sockaddr *>(&address), sizeof address) == 0) return 0;
     return errno == ENOENT || errno == ECONNREFUSED ? EHOSTUNREACH : errno;
 }
 
@@ -31,15 +30,11 @@ int connect_without_waiting(int socket, const sockaddr_un &address) {
 
 int client_connection::open(const path_buffer &directory, uint64_t next_serial) {
     sockaddr_un address{};
-    if (!service_address(directory, node_, sap_, address))
-        return errno;
+    if (!service_address(directory, node_, sap_, address)) return errno;
     unique_fd socket(::socket(AF_UNIX, SOCK_SEQPACKET | SOCK_CLOEXEC | SOCK_NONBLOCK, 0));
-    if (!socket)
-        return errno;
-    if (const int error = connect_without_waiting(socket.get(), address))
-        return error;
-    if (!is_own_user(socket.get()))
-        return EPERM;
+    if (!socket) return errno;
+    if (const int error = connect_without_waiting(socket.get(), address)) return error;
+    if (!is_own_user(socket.get())) return EPERM;
     if (fcntl(socket.get(), F_SETFL, 0) != 0)  // receives wait
         return errno;
     socket_ = std::move(socket);
@@ -51,36 +46,30 @@ int client_connection::open(const path_buffer &directory, uint64_t next_serial) 
 
 int client_connection::send(const frame_header &header, const void *payload) {
     const int error = send_frame(socket_.get(), header, payload);
-    if (error == 0)
-        ++unanswered_;
+    if (error == 0) ++unanswered_;
     return error;
 }
 
 int client_connection::receive(uint32_t seconds, packet_buffers &buffers, received_frame &frame) {
     const int error = receive_answer(seconds, buffers, frame);
-    if (error == ECONNRESET || error == EPROTO)
-        close();
+    if (error == ECONNRESET || error == EPROTO) close();
     return error;
 }
 
 int client_connection::receive_answer(uint32_t seconds, packet_buffers &buffers, received_frame &frame) {
-    if (const int error = limit_wait(seconds))
-        return error;
+    if (const int error = limit_wait(seconds)) return error;
     if (const int error = platform_dev::receive(socket_.get(), seconds == 0 ? MSG_DONTWAIT : 0, buffers, frame))
         return error;
-    if (!is_answer(frame.header) || unanswered_ == 0)
-        return EPROTO;
+    if (!is_answer(frame.header) || unanswered_ == 0) return EPROTO;
     --unanswered_;
     return 0;
 }
 
 int client_connection::limit_wait(uint32_t seconds) {
     const uint32_t wait = std::min(seconds, max_wait_seconds);
-    if (wait == 0 || wait == wait_seconds_)
-        return 0;
+    if (wait == 0 || wait == wait_seconds_) return 0;
     const timeval limit = {static_cast<time_t>(wait), 0};
-    if (setsockopt(socket_.get(), SOL_SOCKET, SO_RCVTIMEO, &limit, sizeof limit) != 0)
-        return errno;
+    if (setsockopt(socket_.get(), SOL_SOCKET, SO_RCVTIMEO, &limit, sizeof limit) != 0) return errno;
     wait_seconds_ = wait;
     return 0;
 }

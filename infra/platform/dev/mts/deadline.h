@@ -22,10 +22,8 @@ class deadline {
         for (;;) {
             const int remaining = remaining_milliseconds();
             const int ready = poll(descriptors, count, remaining);
-            if (ready != 0)
-                return ready > 0 ? 0 : errno;
-            if (remaining == 0)
-                return ETIMEDOUT;
+            if (ready != 0) return ready > 0 ? 0 : errno;
+            if (remaining == 0) return ETIMEDOUT;
         }
     }
 

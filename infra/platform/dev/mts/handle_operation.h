@@ -15,15 +15,13 @@ namespace platform_dev {
 template <typename operation_t>
 [[nodiscard]] int run_on_handle(mts_handle_t handle, operation_t operation) {
     message_queue *queue = find_queue(handle);
-    if (!queue)
-        return EBADF;
+    if (!queue) return EBADF;
     int error = ENOMEM;
     try {
         error = operation(*queue);
     } catch (const std::bad_alloc &) {
     }
-    if (error != 0)
-        queue->set_last_error(error);
+    if (error != 0) queue->set_last_error(error);
     return error;
 }
 

@@ -40,8 +40,7 @@ mts_handle_t next_handle(slot &free_slot) {
 mts_handle_t open_handle(std::unique_ptr<message_queue> queue) {
     const std::lock_guard guard(table_lock);
     for (slot &candidate : slots) {
-        if (candidate.open.load(std::memory_order_relaxed) != 0)
-            continue;
+        if (candidate.open.load(std::memory_order_relaxed) != 0) continue;
         candidate.queue = queue.release();
         const mts_handle_t handle = next_handle(candidate);
         candidate.open.store(handle, std::memory_order_release);
@@ -54,8 +53,7 @@ mts_handle_t open_handle(std::unique_ptr<message_queue> queue) {
 std::unique_ptr<message_queue> close_handle(mts_handle_t handle) {
     const std::lock_guard guard(table_lock);
     slot &closed = slot_of(handle);
-    if (handle == 0 || closed.open.load(std::memory_order_relaxed) != handle)
-        return nullptr;
+    if (handle == 0 || closed.open.load(std::memory_order_relaxed) != handle) return nullptr;
     closed.open.store(0, std::memory_order_relaxed);
     return std::unique_ptr<message_queue>(closed.queue);
 }

@@ -31,27 +31,21 @@ size_t memory_of(const received_frame &frame) {
 }  // namespace
 
 int message_queue::send(uint32_t node, uint32_t sap, frame_header &header, const void *payload) {
-    if (header.payload_size > MTS_MAX_PAYLOAD)
-        return EMSGSIZE;
+    if (header.payload_size > MTS_MAX_PAYLOAD) return EMSGSIZE;
     client_connection *connection = connection_to(node, sap);
-    if (!connection)
-        return EMFILE;
+    if (!connection) return EMFILE;
     header.token = next_token(*connection);
     header.message_id = static_cast<uint32_t>(next_serial_);
     const int error = send_over(*connection, header, payload);
-    if (error == 0)
-        ++next_serial_;
+    if (error == 0) ++next_serial_;
     return has_ended(error) ? EHOSTUNREACH : error;
 }
 
 int message_queue::await(uint32_t token, frame_kind kind, uint32_t seconds, received_frame &answer) {
-    if (take_kept(token, answer))
-        return 0;
+    if (take_kept(token, answer)) return 0;
     client_connection *connection = connection_of(token);
-    if (!connection)
-        return EINVAL;
-    if (!connection->carried(serial_of(token)))
-        return ECONNRESET;
+    if (!connection) return EINVAL;
+    if (!connection->carried(serial_of(token))) return ECONNRESET;
     const deadline limit(seconds);
     int error = receive_from(*connection, seconds, answer);
     while (error != 0 || answer.header.token != token || answer.header.kind != kind) {
@@ -59,8 +53,7 @@ int message_queue::await(uint32_t token, frame_kind kind, uint32_t seconds, rece
             keep(std::move(answer));
         } else if (error == EAGAIN) {
             pollfd readable = {connection->descriptor(), POLLIN, 0};
-            if (const int wait_error = limit.wait(&readable, 1))
-                return wait_error;
+            if (const int wait_error = limit.wait(&readable, 1)) return wait_error;
         } else {
             return error;
         }
@@ -70,33 +63,27 @@ int message_queue::await(uint32_t token, frame_kind kind, uint32_t seconds, rece
 }
 
 int message_queue::next(uint32_t seconds, received_frame &answer) {
-    if (!kept_.empty())
-        return take_kept(kept_.front().header.token, answer) ? 0 : EINVAL;
+    if (!kept_.empty()) return take_kept(kept_.front().header.token, answer) ? 0 : EINVAL;
     const deadline limit(seconds);
     for (;;) {
         client_connection *ready = nullptr;
-        if (const int error = wait_for_any(limit, ready))
-            return error;
+        if (const int error = wait_for_any(limit, ready)) return error;
         const int error = receive_from(*ready, 0, answer);
-        if (error == 0 && answer.header.kind == frame_kind::message_answer)
-            return 0;
-        if (error != 0 && error != EAGAIN)
-            return error;
+        if (error == 0 && answer.header.kind == frame_kind::message_answer) return 0;
+        if (error != 0 && error != EAGAIN) return error;
     }
 }
 
 client_connection *message_queue::connection_to(uint32_t node, uint32_t sap) {
     const auto found = std::find_if(connections_.begin(), connections_.end(),
                                     [&](const client_connection &known) { return known.leads_to(node, sap); });
-    if (found != connections_.end())
-        return &*found;
+    if (found != connections_.end()) return &*found;
     return connections_.size() < max_connections ? &connections_.emplace_back(node, sap) : nullptr;
 }
 
 client_connection *message_queue::connection_of(uint32_t token) {
     const size_t number = token >> serial_bits;
-    if (number == 0 || number > connections_.size() || serial_of(token) == 0)
-        return nullptr;
+    if (number == 0 || number > connections_.size() || serial_of(token) == 0) return nullptr;
     return &connections_[number - 1];
 }
 
@@ -114,21 +101,18 @@ uint64_t message_queue::serial_of(uint32_t token) const {
 int message_queue::send_over(client_connection &connection, const frame_header &header, const void *payload) {
     if (connection.is_open()) {
         const int error = connection.send(header, payload);
-        if (!has_ended(error))
-            return error;
+        if (!has_ended(error)) return error;
         received_frame answer;  // what the service answered before it ended
         while (receive_from(connection, 0, answer) == 0)
             keep(std::move(answer));
     }
-    if (const int error = connection.open(directory_, next_serial_))
-        return error;
+    if (const int error = connection.open(directory_, next_serial_)) return error;
     return connection.send(header, payload);
 }
 
 int message_queue::receive_from(client_connection &connection, uint32_t seconds, received_frame &answer) {
     const int error = connection.receive(seconds, buffers_, answer);
-    if (error != 0 || connection_of(answer.header.token) == &connection)
-        return error;
+    if (error != 0 || connection_of(answer.header.token) == &connection) return error;
     connection.close();  // it answers what another service was asked
     return EPROTO;
 }
@@ -137,8 +121,7 @@ int message_queue::wait_for_any(const deadline &limit, client_connection *&ready
     std::vector<pollfd> descriptors;
     for (const client_connection &connection : connections_)
         descriptors.push_back({connection.descriptor(), POLLIN, 0});  // poll skips the closed ones' -1
-    if (const int error = limit.wait(descriptors.data(), descriptors.size()))
-        return error;
+    if (const int error = limit.wait(descriptors.data(), descriptors.size())) return error;
     const auto first = std::find_if(descriptors.begin(), descriptors.end(),
                                     [](const pollfd &descriptor) { return descriptor.revents != 0; });
     ready = &connections_[static_cast<size_t>(first - descriptors.begin())];
@@ -148,8 +131,7 @@ int message_queue::wait_for_any(const deadline &limit, client_connection *&ready
 bool message_queue::take_kept(uint32_t token, received_frame &answer) {
     const auto found = std::find_if(kept_.begin(), kept_.end(),
                                     [token](const received_frame &kept) { return kept.header.token == token; });
-    if (found == kept_.end())
-        return false;
+    if (found == kept_.end()) return false;
     answer = std::move(*found);
     kept_.erase(found);
     kept_bytes_ -= memory_of(answer);
@@ -157,8 +139,7 @@ bool message_queue::take_kept(uint32_t token, received_frame &answer) {
 }
 
 void message_queue::keep(received_frame answer) {
-    if (answer.header.kind != frame_kind::message_answer)
-        return;  // nobody asks again for what cmi_req_resp gave up
+    if (answer.header.kind != frame_kind::message_answer) return;  // nobody asks again for what cmi_req_resp gave up
     kept_bytes_ += memory_of(answer);
     kept_.push_back(std::move(answer));
     while (kept_.size() > max_kept || kept_bytes_ > max_kept_bytes) {

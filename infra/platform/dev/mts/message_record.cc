@@ -29,8 +29,7 @@ message_record describe(const frame_header &header, record_kind kind) {
 
 message_record read_record(const mts_msg_t *message) {
     message_record record{};
-    if (message)
-        std::memcpy(&record, message, sizeof record);
+    if (message) std::memcpy(&record, message, sizeof record);
     return record.magic == record_magic ? record : message_record{};
 }
 
@@ -48,11 +47,9 @@ void write_answer(mts_msg_t &message, received_frame answer) {
 
 bool release_record(mts_msg_t *message, heap_block &packet_buffer) {
     const message_record record = read_record(message);
-    if (record.kind == record_kind::none)
-        return false;
+    if (record.kind == record_kind::none) return false;
     heap_block payload(record.payload);
-    if (record.is_packet_buffer)
-        packet_buffer = std::move(payload);
+    if (record.is_packet_buffer) packet_buffer = std::move(payload);
     *message = {};
     return true;
 }

@@ -32,27 +32,23 @@ int32_t result_of(int error) {
 int32_t mts_send(mts_handle_t handle, uint32_t node, uint32_t sap, uint32_t opcode, const void *payload,
                  uint32_t payload_size, mts_msg_t *request, uint32_t, uint32_t) {
     return result_of(run_on_handle(handle, [&](message_queue &queue) {
-        if (!request || (!payload && payload_size > 0))
-            return EINVAL;
+        if (!request || (!payload && payload_size > 0)) return EINVAL;
         frame_header header{};
         header.kind = frame_kind::message_request;
         header.opcode = opcode;
         header.payload_size = payload_size;
         const int error = queue.send(node, sap, header, payload);
-        if (error == 0)
-            write_request(*request, header);
+        if (error == 0) write_request(*request, header);
         return error;
     }));
 }
 
 int32_t mts_recv(mts_handle_t handle, mts_msg_t *response, const mts_recv_options_t *options) {
     return result_of(run_on_handle(handle, [&](message_queue &queue) {
-        if (!response || !options)
-            return EINVAL;
+        if (!response || !options) return EINVAL;
         received_frame answer;
         const int error = receive_as_told(queue, *options, answer);
-        if (error == 0)
-            write_answer(*response, std::move(answer));
+        if (error == 0) write_answer(*response, std::move(answer));
         return error;
     }));
 }

@@ -12,8 +12,7 @@ using namespace platform_dev;
 
 mts_handle_t mts_dev_open(void) {
     path_buffer directory;
-    if (!runtime_dir(directory))
-        return 0;
+    if (!runtime_dir(directory)) return 0;
     std::unique_ptr<message_queue> queue(new (std::nothrow) message_queue(directory));
     if (!queue) {
         errno = ENOMEM;
@@ -23,16 +22,14 @@ mts_handle_t mts_dev_open(void) {
 }
 
 int32_t mts_dev_close(mts_handle_t handle) {
-    if (close_handle(handle))
-        return 0;
+    if (close_handle(handle)) return 0;
     errno = EBADF;
     return -1;
 }
 
 int32_t mts_dev_runtime_dir(char *path, size_t size) {
     path_buffer directory;
-    if (!runtime_dir(directory))
-        return -1;
+    if (!runtime_dir(directory)) return -1;
     const size_t needed = std::strlen(directory.data()) + 1;
     if (needed > size) {
         errno = ENAMETOOLONG;

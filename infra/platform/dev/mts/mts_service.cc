@@ -26,8 +26,7 @@ int32_t with_errno(operation_t operation) {
         error = operation();
     } catch (const std::bad_alloc &) {
     }
-    if (error == 0)
-        return 0;
+    if (error == 0) return 0;
     errno = error;
     return -1;
 }
@@ -35,8 +34,7 @@ int32_t with_errno(operation_t operation) {
 bool reserve(mts_reply &reply, size_t size) {
     const size_t capacity = std::max(size, min_reply_capacity);
     // A block that only the largest answers need is not kept.
-    if (capacity <= reply.capacity && reply.capacity <= std::max(capacity, max_packet_payload))
-        return true;
+    if (capacity <= reply.capacity && reply.capacity <= std::max(capacity, max_packet_payload)) return true;
     reply.block.reset(std::malloc(capacity));
     reply.capacity = reply.block ? capacity : 0;
     return reply.capacity > 0;
@@ -45,8 +43,7 @@ bool reserve(mts_reply &reply, size_t size) {
 }  // namespace
 
 void *mts_reply_payload(mts_reply_t *reply, uint32_t size) {
-    if (size > MTS_MAX_PAYLOAD || !reserve(*reply, size))
-        return nullptr;
+    if (size > MTS_MAX_PAYLOAD || !reserve(*reply, size)) return nullptr;
     std::memset(reply->block.get(), 0, size);
     reply->payload_size = size;
     reply->status = 0;

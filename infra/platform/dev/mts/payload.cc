@@ -21,24 +21,20 @@ void clear_tail(const heap_block &payload, size_t size) {
 
 int copy_payload(const heap_block &buffer, received_frame &frame) {
     frame.payload = allocate_payload(frame.header.payload_size);
-    if (!frame.payload)
-        return ENOMEM;
+    if (!frame.payload) return ENOMEM;
     std::memcpy(frame.payload.get(), buffer.get(), frame.header.payload_size);
     return 0;
 }
 
 int load_payload(const unique_fd &memory_file, received_frame &frame) {
     frame.payload = allocate_payload(frame.header.payload_size);
-    if (!frame.payload)
-        return ENOMEM;
+    if (!frame.payload) return ENOMEM;
     return read_memory_file(memory_file, frame.payload.get(), frame.header.payload_size);
 }
 
 int take_payload(heap_block &buffer, const unique_fd &memory_file, received_frame &frame) {
-    if (memory_file)
-        return load_payload(memory_file, frame);
-    if (frame.header.payload_size <= max_copied_payload)
-        return copy_payload(buffer, frame);
+    if (memory_file) return load_payload(memory_file, frame);
+    if (frame.header.payload_size <= max_copied_payload) return copy_payload(buffer, frame);
     frame.payload = std::move(buffer);
     frame.is_packet_buffer = true;
     return 0;
@@ -47,28 +43,23 @@ int take_payload(heap_block &buffer, const unique_fd &memory_file, received_fram
 }  // namespace
 
 heap_block packet_buffers::take() {
-    if (count_ > 0)
-        return std::move(spare_[--count_]);
+    if (count_ > 0) return std::move(spare_[--count_]);
     return heap_block(std::malloc(max_packet_payload + payload_tail));
 }
 
 void packet_buffers::give_back(heap_block buffer) {
-    if (buffer && count_ < spare_.size())
-        spare_[count_++] = std::move(buffer);
+    if (buffer && count_ < spare_.size()) spare_[count_++] = std::move(buffer);
 }
 
 int receive(int socket, int flags, packet_buffers &buffers, received_frame &frame) {
     frame = {};
     heap_block buffer = buffers.take();
-    if (!buffer)
-        return ENOMEM;
+    if (!buffer) return ENOMEM;
     unique_fd memory_file;
     int error = receive_frame(socket, flags, frame.header, buffer.get(), memory_file);
-    if (error == 0 && frame.header.payload_size > 0)
-        error = take_payload(buffer, memory_file, frame);
+    if (error == 0 && frame.header.payload_size > 0) error = take_payload(buffer, memory_file, frame);
     buffers.give_back(std::move(buffer));
-    if (error == 0 && frame.payload)
-        clear_tail(frame.payload, frame.header.payload_size);
+    if (error == 0 && frame.payload) clear_tail(frame.payload, frame.header.payload_size);
     return error;
 }
 

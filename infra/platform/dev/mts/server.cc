@@ -38,24 +38,19 @@ unique_fd open_spare() {
 }  // namespace
 
 int server::open() {
-    if (!runtime_dir(directory_))
-        return errno;
+    if (!runtime_dir(directory_)) return errno;
     epoll_ = unique_fd(epoll_create1(EPOLL_CLOEXEC));
-    if (!epoll_)
-        return errno;
+    if (!epoll_) return errno;
     stop_ = unique_fd(eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK));
-    if (!stop_)
-        return errno;
+    if (!stop_) return errno;
     spare_ = open_spare();
-    if (!spare_)
-        return errno;
+    if (!spare_) return errno;
     return add_fd(stop_.get(), end_run, this);
 }
 
 int server::add_service(const service &added) {
     auto listener = std::make_unique<service_listener>(*this, added);
-    if (const int error = listener->open(directory_))
-        return error;
+    if (const int error = listener->open(directory_)) return error;
     return add(std::move(listener));
 }
 
@@ -68,13 +63,11 @@ int server::run() {
     while (running_) {
         epoll_event events[32];
         const int count = epoll_wait(epoll_.get(), events, std::size(events), -1);
-        if (count < 0 && errno != EINTR)
-            return errno;
+        if (count < 0 && errno != EINTR) return errno;
         // A source that is done is destroyed in its own event, so no later event of this round can meet it.
         for (int i = 0; i < count && running_; ++i) {
             auto *source = static_cast<event_source *>(events[i].data.ptr);
-            if (!source->on_event(events[i].events))
-                sources_.erase(source);
+            if (!source->on_event(events[i].events)) sources_.erase(source);
         }
     }
     return 0;
@@ -92,8 +85,7 @@ int server::add(std::unique_ptr<event_source> source) {
     epoll_event event{};
     event.events = EPOLLIN;
     event.data.ptr = added;
-    if (epoll_ctl(epoll_.get(), EPOLL_CTL_ADD, added->descriptor(), &event) == 0)
-        return 0;
+    if (epoll_ctl(epoll_.get(), EPOLL_CTL_ADD, added->descriptor(), &event) == 0) return 0;
     const int error = errno;
     sources_.erase(added);
     return error;

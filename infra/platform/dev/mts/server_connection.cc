@@ -30,22 +30,18 @@ frame_header answer_header(const frame_header &request, const mts_reply &reply, 
 }  // namespace
 
 bool server_connection::on_event(uint32_t events) {
-    if (held_)
-        return send_held_answer();
+    if (held_) return send_held_answer();
     return (events & EPOLLIN) && serve_request();
 }
 
 bool server_connection::serve_request() {
     received_frame frame;
     const int error = receive(socket_.get(), MSG_DONTWAIT, server_.buffers(), frame);
-    if (error == EAGAIN)
-        return true;
-    if (error != 0 || !is_request(frame.header))
-        return false;
+    if (error == EAGAIN) return true;
+    if (error != 0 || !is_request(frame.header)) return false;
     mts_reply &reply = server_.reply();
     call_service(frame, reply);
-    if (frame.is_packet_buffer)
-        server_.buffers().give_back(std::move(frame.payload));
+    if (frame.is_packet_buffer) server_.buffers().give_back(std::move(frame.payload));
     return !reply.is_given || answer(frame.header, reply);
 }
 
@@ -66,8 +62,7 @@ void server_connection::call_service(const received_frame &frame, mts_reply &rep
 bool server_connection::answer(const frame_header &request, mts_reply &reply) {
     const frame_header header = answer_header(request, reply, server_.next_message_id());
     const int error = send_frame(socket_.get(), header, reply.block.get());
-    if (error != EAGAIN)
-        return error == 0;
+    if (error != EAGAIN) return error == 0;
     held_ = held_answer{header, std::move(reply.block)};
     reply.capacity = 0;
     return server_.wait_for(*this, EPOLLOUT) == 0;
@@ -75,8 +70,7 @@ bool server_connection::answer(const frame_header &request, mts_reply &reply) {
 
 bool server_connection::send_held_answer() {
     const int error = send_frame(socket_.get(), held_->header, held_->payload.get());
-    if (error != 0)
-        return error == EAGAIN;
+    if (error != 0) return error == EAGAIN;
     held_.reset();
     return server_.wait_for(*this, EPOLLIN) == 0;
 }

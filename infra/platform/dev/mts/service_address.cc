@@ -21,8 +21,7 @@ bool service_file(const path_buffer &directory, uint32_t node, uint32_t sap, con
 
 bool service_address(const path_buffer &directory, uint32_t node, uint32_t sap, sockaddr_un &address) {
     path_buffer path;
-    if (!service_file(directory, node, sap, "", path))
-        return false;
+    if (!service_file(directory, node, sap, "", path)) return false;
     address.sun_family = AF_UNIX;
     std::memcpy(address.sun_path, path.data(), path.size());
     return true;

@@ -19,8 +19,7 @@ int32_t pcm_get_pc_info(void *record) {
 
 int32_t pcm_get_pc_for_port(uint32_t first, uint32_t second) {
     const auto list = platform_dev::find_port_channel(second);
-    if (!list)
-        return -1;
+    if (!list) return -1;
     const auto end = list->members.begin() + list->count;
     return std::find(list->members.begin(), end, first) == end ? -1 : 0;
 }

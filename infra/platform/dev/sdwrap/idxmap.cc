@@ -20,16 +20,14 @@ std::optional<platform_dev::index_map_entry> find_owner(if_index_t index) {
 
 int32_t idxmap_node_by_if_index(if_index_t index, uint32_t *node) {
     const auto owner = find_owner(index);
-    if (!owner)
-        return ENOENT;
+    if (!owner) return ENOENT;
     *node = owner->node;
     return 0;
 }
 
 int32_t idxmap_entry_by_if_index(if_index_t index, idxmap_entry_t *entry) {
     const auto owner = find_owner(index);
-    if (!owner)
-        return ENOENT;
+    if (!owner) return ENOENT;
     *entry = {};
     entry->byte[slot_offset] = owner->slot;
     entry->byte[port_base_offset] = owner->port_base;

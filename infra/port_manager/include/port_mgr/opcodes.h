@@ -12,7 +12,7 @@
 /* Requests over CMI. */
 #define CMI_OPC_GET_CHANNEL_MEMBER 624u /* a member of a port channel */
 
-/* The address of the supervisor, where the services below answer. */
+/* The address of the supervisor, where the port manager and its neighbours answer. */
 #define PM_NODE_SUPERVISOR 0xfe000000u
 
 /* Service access points. */
@@ -21,6 +21,6 @@
 #define PM_SAP_ETHERNET 45u          /* physical Ethernet ports */
 #define PM_SAP_ETHERNET_CHANNEL 175u /* Ethernet port channels and interfaces of types 20 and 26 */
 #define PM_SAP_MGMT 179u             /* interfaces of type 5 */
-#define PM_SAP_MODULE_RESOURCE 902u  /* resources of modules */
+#define PM_SAP_MODULE_RESOURCE 902u  /* resources of modules, on the node that the caller names */
 
 #endif

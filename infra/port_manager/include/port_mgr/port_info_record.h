@@ -8,20 +8,19 @@
 PM_BEGIN_DECLS
 
 /* One port, 388 bytes, host order unless a member says network order. Members marked * come from the attribute
- * elements of an answer and are zero when the service sent none. Tables of values are in port_info_response.h's
- * neighbours: modes, states and reasons are those that the display functions put into words. */
+ * elements of an answer and are zero when the service sent none. */
 typedef struct PM_PACKED pm_port_info {
     if_index_t if_index;                /* the port's interface index */
-    uint32_t admin_mode;                /* configured port mode, one bit a mode */
-    char description[81];               /* text, NUL-terminated by the service */
-    uint32_t admin_speed;               /* configured speed in Mbit/s; 0 automatic, 1 and 2 automatic with a ceiling */
+    uint32_t admin_mode;                /* configured port mode: one bit a mode, or a mask of several */
+    char description[81];               /* text; one that fills all 81 bytes has no terminating NUL */
+    uint32_t admin_speed;               /* configured speed in Mbit/s; 0, 1, 2 and 110 are automatic with a ceiling */
     uint8_t admin_state;                /* configured state: 1 up, 2 down */
     uint32_t oper_mode;                 /* port mode in operation, one bit a mode */
     uint16_t flowctrl_receive;          /* * receive flow control: 1 and 2 on, 4 and 8 desired, else off */
     uint8_t lane_state[4];              /* state of each lane of the port */
     uint16_t flowctrl_send;             /* * send flow control, as for receive */
     uint16_t port_vsan;                 /* the VSAN of the port */
-    uint32_t bb_credit[5];              /* buffer-to-buffer credits; element 4 * */
+    uint32_t bb_credit[5];              /* buffer-to-buffer credits, bit 30 marks mode E, bit 31 mode Fx; element 4 * */
     uint16_t rx_buf_size;               /* receive buffer size in bytes */
     uint8_t oper_state;                 /* state in operation: 1 up, 2 down, 4 testing, 8 trunking */
     uint32_t fcid;                      /* Fibre Channel address, network order */

@@ -8,7 +8,8 @@
  *
  * All return 0; PM_ERR_INVALID_PARAM for refused arguments, after an assertion report; 1 when memory ran out; or the
  * transport's error number (a failed release of the request wins over a failed receive). Nothing is sent for a
- * refused request, and after a failure there is nothing to release. */
+ * refused request. After a failure there is nothing to release, with one exception: when only the release of the
+ * request failed, the answer has arrived and is the caller's. */
 #ifndef PORT_MGR_PORT_INFO_REQUEST_H
 #define PORT_MGR_PORT_INFO_REQUEST_H
 

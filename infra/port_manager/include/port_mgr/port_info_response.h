@@ -2,12 +2,13 @@
 /* port_info_response.h: turns answers of the port manager into records.
  *
  * The functions that take a message check that it is the answer they expect (a wrong one leaves an assertion report,
- * and is parsed all the same) and that what it says fits into its size; the others take a payload. A service's
- * nonzero status is returned as it stands. Arrays are one malloc block that the caller frees once. All are
- * thread-safe.
+ * and is parsed all the same) and that what it says fits into its size; those that take a payload check its size where
+ * they say so. A service's nonzero status is returned as it stands. Arrays are one malloc block that the caller frees
+ * once. All are thread-safe.
  *
  * Where nothing else is said they return 0; the service's status, or PM_ERR_INVALID_PARAM for a null or malformed
- * payload, with the outputs untouched; or 1 when memory ran out, after a line on standard output. */
+ * payload or a null output, with the outputs untouched; or 1 when memory ran out, after lines on standard output, with
+ * the count set and the array null. */
 #ifndef PORT_MGR_PORT_INFO_RESPONSE_H
 #define PORT_MGR_PORT_INFO_RESPONSE_H
 
@@ -51,10 +52,10 @@ PM_STATIC_ASSERT(sizeof(pm_set_port_result_t) == 8, "pm_set_port_result_t travel
  *
  * message  the received message; it stays the caller's
  * count    out: the number of records
- * records  out: the records, or null when count is 0. When memory ran out, count is set and records is null */
+ * records  out: the records, or null when count is 0 */
 PM_API uint32_t pm_parse_get_port_info(const mts_msg_t *message, uint32_t *count, pm_port_info_t **records);
 
-/* The same for a payload of `size` bytes. */
+/* The same for a payload of `size` bytes, which must hold what it says. */
 PM_API uint32_t pm_parse_get_port_info_res_payload(const void *payload, uint32_t size, uint32_t *count,
                                                    pm_port_info_t **records);
 
@@ -67,7 +68,7 @@ PM_API uint32_t pm_parse_get_port_info_brief_res_payload(const void *payload, ui
 
 /* Parses the answer to pm_get_next_port_info.
  *
- * count   out: the count word of the answer
+ * count   out: the count word of the answer; also when memory ran out
  * record  out: one record, whatever the count; written only on success
  *
  * Returns PM_ERR_NO_PAYLOAD for a message without payload. Failures other than a malformed payload are named on

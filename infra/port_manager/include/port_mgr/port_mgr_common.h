@@ -16,8 +16,9 @@
  * Records      Byte-packed: members follow one another without padding, so multi-byte members may be unaligned.
  * Threads      The library starts no thread, takes no lock and installs no signal handler. Everything may be called
  *              on several threads at once; an MTS handle belongs to one thread at a time.
- * Diagnostics  Lines on standard output, each begun by the name of the function that reports; failed argument checks
- *              also leave a report in /log/assert-backtrace, when there is a /log, and a line in the system log.
+ * Diagnostics  Lines on standard output, most of them begun by the name of the function that reports. Functions that
+ *              say so leave an assertion report in /log/assert-backtrace, as long as there is a /log and room in the
+ *              file, and with it a line in the system log.
  *
  * A query in brief
  *

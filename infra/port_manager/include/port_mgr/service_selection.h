@@ -32,7 +32,8 @@ PM_API uint32_t pm_port_channel_type(if_index_t if_index);
 PM_API int32_t get_port_channel_members(uint32_t chassis_type, if_index_t channel, void *record);
 
 /* Asks the port-channel database, on every chassis type, with both arguments unchanged: pcm_get_pc_for_port.
- * Returns 0, or -1 on any failure, as get_port_channel_members does. */
+ * Returns 0, or -1 on any failure. A library that is missing is named on standard output; a missing symbol there is
+ * reported under the name pcm_get_pc_info. */
 PM_API int32_t get_port_channel_info(uint32_t first, uint32_t second);
 
 PM_END_DECLS

@@ -12,8 +12,6 @@
 namespace {
 
 constexpr int32_t failure = -1;
-constexpr size_t database_channel_offset = 6;
-constexpr size_t map_channel_offset = 0;
 
 // What makes this process a subscriber of the database, under the name of the command-line shell; the numbers are
 // the database's.
@@ -36,13 +34,13 @@ class run_time_library {
 
     explicit operator bool() const { return handle_ != nullptr; }
 
-    // The function, or null after a line made from `complaint` and the loader's error text.
+    // The function, or null after a line of `complaint` and the loader's error text.
     template <typename Function>
     Function *find(const char *symbol, const char *complaint) const {
         void *const address = dlsym(handle_, symbol);
         const char *const error = dlerror();
         if (error == nullptr && address != nullptr) return reinterpret_cast<Function *>(address);
-        std::printf(complaint, error != nullptr ? error : "(null)");
+        std::printf("%s (%s)\n", complaint, error != nullptr ? error : "(null)");
         return nullptr;
     }
 
@@ -62,7 +60,7 @@ int32_t call_database(const char *symbol, auto call) {
         return failure;
     }
     const auto subscribe = subscription.find<decltype(fsrv_sdb_subscriber_init)>(
-        "fsrv_sdb_subscriber_init", "Error loadingfsrv_sdb_subscriber_init (%s)\n");
+        "fsrv_sdb_subscriber_init", "Error loadingfsrv_sdb_subscriber_init");
     subscriber_record subscriber;
     if (subscribe == nullptr || subscribe(&subscriber) != 0) return failure;
 
@@ -73,7 +71,7 @@ int32_t call_database(const char *symbol, auto call) {
         subscription.leave_open();
         return failure;
     }
-    const auto function = database.find<Function>(symbol, "Error loading pcm_get_pc_info (%s)\n");
+    const auto function = database.find<Function>(symbol, "Error loading pcm_get_pc_info");
     return function != nullptr && call(function) == 0 ? 0 : failure;
 }
 
@@ -82,11 +80,11 @@ int32_t call_database(const char *symbol, auto call) {
 int32_t get_port_channel_members(uint32_t chassis_type, if_index_t channel, void *record) {
     auto *const bytes = static_cast<uint8_t *>(record);
     if (!pm::has_channel_database(chassis_type)) {
-        pm::store(bytes + map_channel_offset, channel);
+        pm::store(bytes + pm::map_record.channel, channel);
         return pcmap_get_port_channel(record) == 0 ? 0 : failure;
     }
     return call_database<decltype(pcm_get_pc_info)>("pcm_get_pc_info", [&](auto *function) {
-        pm::store(bytes + database_channel_offset, channel);
+        pm::store(bytes + pm::database_record.channel, channel);
         return function(record);
     });
 }

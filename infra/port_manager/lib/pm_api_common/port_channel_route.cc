@@ -6,6 +6,7 @@
 #include "platform/cmi.h"
 #include "platform/if_index.h"
 #include "pm_api_common/heap.h"
+#include "pm_api_common/interface_type.h"
 #include "port_mgr/opcodes.h"
 #include "port_mgr/service_selection.h"
 #include "protocol/byte_order.h"
@@ -17,7 +18,7 @@ namespace {
 bool is_port_channel(if_index_t if_index) {
     uint8_t type = IF_TYPE_NONE;
     if_index_get_type(if_index, &type);
-    return type == IF_TYPE_PORT_CHANNEL || type == IF_TYPE_BUNDLE;
+    return is_port_channel_type(type);
 }
 
 uint32_t ask_for_member_owner(mts_handle_t handle, if_index_t channel, uint32_t sap) {
@@ -32,7 +33,7 @@ uint32_t ask_for_member_owner(mts_handle_t handle, if_index_t channel, uint32_t 
     const heap_block<void> owner(response);
     if (response == nullptr) return sap;
     if (length < sizeof(uint32_t)) return PM_SAP_ETHERNET_CHANNEL;
-    return pm_get_mts_sap(ntoh_if_index(load<uint32_t>(response)));
+    return pm_get_mts_sap(load_be32(response));
 }
 
 }  // namespace

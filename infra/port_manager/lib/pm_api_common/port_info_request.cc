@@ -32,15 +32,15 @@ struct port_info_query {
     }
 };
 
-// Sends a valid query to the service that owns its first interface. `complaint` is what a failed allocation prints
-// with the size, `send_complaint` what a failed send prints, when it prints anything.
+// Sends a valid query to the service that owns its first interface. A failed allocation is reported as `sender`'s, a
+// failed send as `reporter`'s when there is one.
 uint32_t send_query(mts_handle_t handle, uint32_t opcode, const port_info_query &query, mts_msg_t *request,
-                    const char *complaint, const char *send_complaint = nullptr) {
+                    const char *sender, const char *reporter = nullptr) {
     const uint32_t ranges = query.sent_ranges();
     const uint64_t size = pm::port_info_request_header_size + uint64_t{ranges} * pm::wire_range_size;
     pm::heap_block<uint8_t> payload(static_cast<uint8_t *>(PM_ALLOCATE(size, pm::largest_request)));
     if (payload == nullptr) {
-        std::printf(complaint, static_cast<int>(size));
+        std::printf("%s: malloc failure, size(%d)\n", sender, static_cast<int>(size));
         return pm::out_of_memory;
     }
     pm::byte_writer writer({payload.get(), static_cast<size_t>(size)});
@@ -52,8 +52,15 @@ uint32_t send_query(mts_handle_t handle, uint32_t opcode, const port_info_query 
         mts_send(handle, PM_NODE_SUPERVISOR, sap, opcode, payload.get(), static_cast<uint32_t>(size), request, 0, 0);
     payload.reset();
     if (sent != pm::transport_failure) return static_cast<uint32_t>(sent);
-    if (send_complaint != nullptr) std::fputs(send_complaint, stdout);
+    if (reporter != nullptr) std::printf("%s: Error with MTS send\n", reporter);
     return mts_errno_get(handle);
+}
+
+// Sends with `send`, which takes where to describe the request, and waits for the answer.
+uint32_t ask(mts_handle_t handle, mts_msg_t *response, auto send) {
+    mts_msg_t request{};
+    const uint32_t status = send(&request);
+    return status != 0 ? status : pm::receive_answer(handle, request, response);
 }
 
 }  // namespace
@@ -65,8 +72,7 @@ uint32_t pm_send_get_port_info(mts_handle_t handle, uint8_t mode, uint32_t selec
     const bool valid = handle != 0 && query.names_ports();
     PM_ASSERT(valid);
     if (!valid) return PM_ERR_INVALID_PARAM;
-    return send_query(handle, MTS_OPC_PM_GET_PORT_INFO, query, request,
-                      "pm_send_get_port_info: malloc failure, size(%d)\n");
+    return send_query(handle, MTS_OPC_PM_GET_PORT_INFO, query, request, __func__);
 }
 
 uint32_t pm_get_port_info(mts_handle_t handle, uint8_t mode, uint32_t selector1, uint32_t selector2, uint8_t option1,
@@ -76,10 +82,10 @@ uint32_t pm_get_port_info(mts_handle_t handle, uint8_t mode, uint32_t selector1,
     const bool valid = handle != 0 && query.names_ports() && response != nullptr;
     PM_ASSERT(valid);
     if (!valid) return PM_ERR_INVALID_PARAM;
-    mts_msg_t request{};
-    const uint32_t status =
-        pm_send_get_port_info(handle, mode, selector1, selector2, option1, option2, range_count, ranges, &request);
-    return status != 0 ? status : pm::receive_answer(handle, request, response);
+    return ask(handle, response, [&](mts_msg_t *request) {
+        return pm_send_get_port_info(handle, mode, selector1, selector2, option1, option2, range_count, ranges,
+                                     request);
+    });
 }
 
 uint32_t pm_send_get_port_info_brief(mts_handle_t handle, uint8_t mode, uint32_t selector1, uint32_t selector2,
@@ -89,8 +95,7 @@ uint32_t pm_send_get_port_info_brief(mts_handle_t handle, uint8_t mode, uint32_t
     const bool valid = handle != 0 && query.names_ports();
     PM_ASSERT(valid);
     if (!valid) return PM_ERR_INVALID_PARAM;
-    return send_query(handle, MTS_OPC_PM_GET_PORT_INFO_BRIEF, query, request,
-                      "pm_send_get_port_info_brief: malloc failure, size(%d)\n");
+    return send_query(handle, MTS_OPC_PM_GET_PORT_INFO_BRIEF, query, request, __func__);
 }
 
 uint32_t pm_get_port_info_brief(mts_handle_t handle, uint8_t mode, uint32_t selector1, uint32_t selector2,
@@ -100,10 +105,10 @@ uint32_t pm_get_port_info_brief(mts_handle_t handle, uint8_t mode, uint32_t sele
     const bool valid = handle != 0 && query.names_ports() && response != nullptr;
     PM_ASSERT(valid);
     if (!valid) return PM_ERR_INVALID_PARAM;
-    mts_msg_t request{};
-    const uint32_t status = pm_send_get_port_info_brief(handle, mode, selector1, selector2, option1, option2,
-                                                        range_count, ranges, &request);
-    return status != 0 ? status : pm::receive_answer(handle, request, response);
+    return ask(handle, response, [&](mts_msg_t *request) {
+        return pm_send_get_port_info_brief(handle, mode, selector1, selector2, option1, option2, range_count, ranges,
+                                           request);
+    });
 }
 
 uint32_t pm_send_get_port_info_range(mts_handle_t handle, if_index_t first, if_index_t last, mts_msg_t *request) {
@@ -114,9 +119,7 @@ uint32_t pm_send_get_port_info_range(mts_handle_t handle, if_index_t first, if_i
     }
     const pm_if_index_range_t range{first, last};
     const port_info_query query{{PM_PORT_INFO_MODE_RANGES, 0, 0, 0, 0, 1}, &range};
-    return send_query(handle, MTS_OPC_PM_GET_PORT_INFO, query, request,
-                      "pm_send_get_port_info: malloc failure, size(%d)\n",
-                      "pm_send_get_port_info_range: Error with MTS send\n");
+    return send_query(handle, MTS_OPC_PM_GET_PORT_INFO, query, request, "pm_send_get_port_info", __func__);
 }
 
 uint32_t pm_get_port_info_range(mts_handle_t handle, if_index_t first, if_index_t last, mts_msg_t *response) {
@@ -126,9 +129,8 @@ uint32_t pm_get_port_info_range(mts_handle_t handle, if_index_t first, if_index_
         std::printf("%s: Invalid param\n", __func__);
         return PM_ERR_INVALID_PARAM;
     }
-    mts_msg_t request{};
-    const uint32_t status = pm_send_get_port_info_range(handle, first, last, &request);
-    return status != 0 ? status : pm::receive_answer(handle, request, response);
+    return ask(handle, response,
+               [&](mts_msg_t *request) { return pm_send_get_port_info_range(handle, first, last, request); });
 }
 
 uint32_t pm_send_get_next_port_info(mts_handle_t handle, if_index_t if_index, mts_msg_t *request) {
@@ -145,7 +147,6 @@ uint32_t pm_get_next_port_info(mts_handle_t handle, if_index_t if_index, mts_msg
     const bool valid = handle != 0 && response != nullptr;
     PM_ASSERT(valid);
     if (!valid) return PM_ERR_INVALID_PARAM;
-    mts_msg_t request{};
-    const uint32_t status = pm_send_get_next_port_info(handle, if_index, &request);
-    return status != 0 ? status : pm::receive_answer(handle, request, response);
+    return ask(handle, response,
+               [&](mts_msg_t *request) { return pm_send_get_next_port_info(handle, if_index, request); });
 }

@@ -41,6 +41,24 @@ const uint8_t *attributes_behind(const uint8_t *payload, size_t end, uint32_t si
     return size > end ? payload + end : nullptr;
 }
 
+// Turns a good answer into an array; `parse` takes each record from the wire to memory.
+template <typename Record>
+uint32_t parse_records(const uint8_t *payload, size_t wire_size, uint32_t *count, Record **records, auto parse) {
+    if (count == nullptr || records == nullptr) return PM_ERR_INVALID_PARAM;
+
+    const uint32_t ports = count_of(payload);
+    *records = nullptr;
+    *count = ports;
+    if (ports == 0) return 0;
+    auto *const block = static_cast<Record *>(PM_ALLOCATE(uint64_t{ports} * sizeof(Record), pm::largest_array));
+    if (block == nullptr) return pm::out_of_memory;
+    const uint8_t *wire = payload + pm::answer_header_size;
+    for (uint32_t i = 0; i < ports; ++i, wire += wire_size)
+        parse(wire, block + i);
+    *records = block;
+    return 0;
+}
+
 void pm_parse_port_info_brief(const uint8_t *wire, pm_port_info_brief_t *record) {
     PM_ASSERT(wire != nullptr);
     PM_ASSERT(record != nullptr);
@@ -55,7 +73,9 @@ uint32_t pm_parse_get_port_info(const mts_msg_t *message, uint32_t *count, pm_po
     PM_ASSERT(received.exists());
     PM_ASSERT(received.is_response());
     PM_ASSERT(received.has_opcode(MTS_OPC_PM_GET_PORT_INFO));
-    return pm_parse_get_port_info_res_payload(received.payload(), received.size(), count, records);
+    const uint8_t *const payload = received.payload();
+    const uint32_t size = received.size();
+    return pm_parse_get_port_info_res_payload(payload, size, count, records);
 }
 
 uint32_t pm_parse_get_port_info_res_payload(const void *payload, uint32_t size, uint32_t *count,
@@ -63,24 +83,12 @@ uint32_t pm_parse_get_port_info_res_payload(const void *payload, uint32_t size, 
     const auto *const bytes = static_cast<const uint8_t *>(payload);
     const uint32_t status = check_answer(bytes, size, pm::base_record_size);
     if (status != 0) return status;
-    if (count == nullptr || records == nullptr) return PM_ERR_INVALID_PARAM;
-
-    const uint32_t ports = count_of(bytes);
-    *records = nullptr;
-    *count = ports;
-    if (ports == 0) return 0;
-    pm::heap_block<pm_port_info_t> block(
-        static_cast<pm_port_info_t *>(PM_ALLOCATE(uint64_t{ports} * sizeof(pm_port_info_t), pm::largest_array)));
-    if (block == nullptr) return pm::out_of_memory;
-
-    const uint8_t *base_record = bytes + pm::answer_header_size;
-    const uint8_t *const attributes =
-        attributes_behind(bytes, pm::answer_header_size + ports * pm::base_record_size, size);
-    for (uint32_t i = 0; i < ports; ++i, base_record += pm::base_record_size) {
-        pm_parse_port_info(base_record, attributes, block.get() + i);
-    }
-    *records = block.release();
-    return 0;
+    const size_t end = pm::answer_header_size + count_of(bytes) * pm::base_record_size;
+    const uint8_t *const attributes = attributes_behind(bytes, end, size);
+    return parse_records(bytes, pm::base_record_size, count, records,
+                         [attributes](const uint8_t *base_record, pm_port_info_t *record) {
+                             pm_parse_port_info(base_record, attributes, record);
+                         });
 }
 
 uint32_t pm_parse_get_port_info_brief(const mts_msg_t *message, uint32_t *count, pm_port_info_brief_t **records) {
@@ -89,6 +97,7 @@ uint32_t pm_parse_get_port_info_brief(const mts_msg_t *message, uint32_t *count,
     PM_ASSERT(received.is_response());
     PM_ASSERT(received.has_opcode(MTS_OPC_PM_GET_PORT_INFO_BRIEF));
     const uint8_t *const payload = received.payload();
+    if (payload == nullptr) return PM_ERR_INVALID_PARAM;
     const uint32_t size = received.size();
     const uint32_t status = check_answer(payload, size, pm::brief_record_size);
     return status != 0 ? status : pm_parse_get_port_info_brief_res_payload(payload, size, count, records);
@@ -99,22 +108,7 @@ uint32_t pm_parse_get_port_info_brief_res_payload(const void *payload, uint32_t,
     const auto *const bytes = static_cast<const uint8_t *>(payload);
     const uint32_t status = check_answer(bytes, any_size, pm::brief_record_size);
     if (status != 0) return status;
-    if (count == nullptr || records == nullptr) return PM_ERR_INVALID_PARAM;
-
-    const uint32_t ports = count_of(bytes);
-    *records = nullptr;
-    *count = ports;
-    if (ports == 0) return 0;
-    pm::heap_block<pm_port_info_brief_t> block(static_cast<pm_port_info_brief_t *>(
-        PM_ALLOCATE(uint64_t{ports} * sizeof(pm_port_info_brief_t), pm::largest_array)));
-    if (block == nullptr) return pm::out_of_memory;
-
-    const uint8_t *wire = bytes + pm::answer_header_size;
-    for (uint32_t i = 0; i < ports; ++i, wire += pm::brief_record_size) {
-        pm_parse_port_info_brief(wire, block.get() + i);
-    }
-    *records = block.release();
-    return 0;
+    return parse_records(bytes, pm::brief_record_size, count, records, pm_parse_port_info_brief);
 }
 
 uint32_t pm_parse_get_next_port_info(const mts_msg_t *message, uint32_t *count, pm_port_info_t **record) {
@@ -150,9 +144,10 @@ uint32_t pm_parse_get_next_port_info(const mts_msg_t *message, uint32_t *count, 
 }
 
 uint32_t pm_parse_set_port_info_res_payload(const void *payload, uint32_t *count, pm_set_port_result_t **entries) {
-    if (count == nullptr || entries == nullptr) return PM_ERR_INVALID_PARAM;
+    if (entries == nullptr) return PM_ERR_INVALID_PARAM;
     *entries = nullptr;
     if (payload == nullptr) return PM_ERR_NO_PAYLOAD;
+    if (count == nullptr) return PM_ERR_INVALID_PARAM;
     const auto *const bytes = static_cast<const uint8_t *>(payload);
     const uint32_t results = count_of(bytes);
     *count = results;

@@ -12,9 +12,8 @@ namespace pm {
 // Null ranges go out as zeros.
 inline void put_ranges(byte_writer &to, uint32_t count, const pm_if_index_range_t *ranges) {
     for (uint32_t i = 0; i < count; ++i) {
-        const pm_if_index_range_t range = ranges != nullptr ? ranges[i] : pm_if_index_range_t{};
-        to.put_wire32(hton_if_index(range.first));
-        to.put_wire32(hton_if_index(range.last));
+        to.put_wire32(ranges != nullptr ? hton_if_index(ranges[i].first) : 0);
+        to.put_wire32(ranges != nullptr ? hton_if_index(ranges[i].last) : 0);
     }
 }
 

@@ -6,6 +6,7 @@
 
 #include "platform/if_index.h"
 #include "platform/pdb.h"
+#include "pm_api_common/interface_type.h"
 #include "pm_api_common/port_channel_database.h"
 #include "port_mgr/opcodes.h"
 #include "protocol/byte_order.h"
@@ -28,40 +29,32 @@ constexpr std::array interface_owners{
 constexpr uint32_t fibre_channel_kind = 1;
 constexpr uint32_t ethernet_kind = 2;
 
-// Where a platform's member record holds what the library reads.
-struct member_record_layout {
-    size_t count;
-    size_t first_member;
-};
-constexpr member_record_layout database_record{18, 26};
-constexpr member_record_layout map_record{8, 32};
-constexpr size_t member_record_size = 172;
-
 // The first member of the channel, or 0 when it has none or the look-up fails.
 if_index_t first_member(if_index_t channel) {
     uint32_t chassis_type = 0;
     const bool known = pdb_get_chassis_type(&chassis_type) == 0;
-    const member_record_layout layout = known && pm::has_channel_database(chassis_type) ? database_record : map_record;
-    std::array<uint8_t, member_record_size> record{};
+    const pm::member_record_layout layout =
+        known && pm::has_channel_database(chassis_type) ? pm::database_record : pm::map_record;
+    std::array<uint8_t, pm::member_record_size> record{};
     if (get_port_channel_members(chassis_type, channel, record.data()) != 0) return 0;
     if (pm::load<uint32_t>(&record[layout.count]) == 0) return 0;
     return pm::load<if_index_t>(&record[layout.first_member]);
 }
 
 bool is_ethernet_port(if_index_t if_index) {
-    uint8_t type = 0;
+    uint8_t type = IF_TYPE_NONE;
     return if_index_get_type(if_index, &type) == 0 && type == IF_TYPE_ETHERNET;
 }
 
 }  // namespace
 
 uint32_t pm_get_mts_sap(if_index_t if_index) {
-    uint8_t type = 0;
+    uint8_t type = IF_TYPE_NONE;
     if (if_index_get_type(if_index, &type) != 0) {
         std::printf("%s: if_index_get_type failed\n", __func__);
         return PM_SAP_PORT_MANAGER;
     }
-    if (type == IF_TYPE_PORT_CHANNEL || type == IF_TYPE_BUNDLE) {
+    if (pm::is_port_channel_type(type)) {
         return pm_is_ether_channel(if_index) != 0 ? PM_SAP_ETHERNET_CHANNEL : PM_SAP_PORT_MANAGER;
     }
     for (const interface_owner &owner : interface_owners) {
