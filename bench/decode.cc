@@ -25,8 +25,7 @@ uint32_t wire_index(uint32_t port) {
 
 bytes base_record(uint32_t port) {
     bytes record(pm::base_record_size);
-    for (size_t i = 0; i < record.size(); ++i)
-        record[i] = static_cast<uint8_t>(i);
+    for (size_t i = 0; i < record.size(); ++i) record[i] = static_cast<uint8_t>(i);
     pm::store(record.data(), wire_index(port));
     return record;
 }
@@ -72,8 +71,7 @@ auto copying(const bytes &from, bytes &to) {
 
 auto swapping(const bytes &from, bytes &to) {
     return [&from, &to] {
-        for (size_t i = 0; i + 4 <= to.size(); i += 4)
-            pm::store(&to[i], pm::load_be32(&from[i]));
+        for (size_t i = 0; i + 4 <= to.size(); i += 4) pm::store(&to[i], pm::load_be32(&from[i]));
         bench::touch(to.data());
     };
 }
@@ -133,7 +131,6 @@ int main() {
     bench::print_heading();
     measure_one_record();
     measure_foreign_elements();
-    for (const uint32_t ports : {1u, 48u, 528u})
-        measure_answer(ports);
+    for (const uint32_t ports : {1u, 48u, 528u}) measure_answer(ports);
     return 0;
 }

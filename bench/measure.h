@@ -30,15 +30,12 @@ inline void pin_to_one_core() {
 }
 
 // Makes the compiler believe that the memory behind `pointer` is read and written here.
-inline void touch(const void *pointer) {
-    asm volatile("" : : "r"(pointer) : "memory");
-}
+inline void touch(const void *pointer) { asm volatile("" : : "r"(pointer) : "memory"); }
 
 // How long `times` calls take together.
 inline double seconds_for(uint64_t times, auto &work) {
     const auto start = std::chrono::steady_clock::now();
-    for (uint64_t i = 0; i < times; ++i)
-        work();
+    for (uint64_t i = 0; i < times; ++i) work();
     return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
 }
 
@@ -46,8 +43,7 @@ inline double seconds_for(uint64_t times, auto &work) {
 inline uint64_t calls_in_a_batch(auto &work) {
     constexpr double long_enough = 0.005;
     uint64_t times = 1;
-    while (seconds_for(times, work) < long_enough)
-        times *= 2;
+    while (seconds_for(times, work) < long_enough) times *= 2;
     return times;
 }
 
@@ -78,9 +74,7 @@ inline comparison compare(auto &&ours, auto &&floor, int rounds = 21) {
     return {median(our_batches), median(floor_batches)};
 }
 
-inline void print_heading() {
-    std::printf("%-58s %12s %12s %8s\n", "", "ours (ns)", "floor (ns)", "ratio");
-}
+inline void print_heading() { std::printf("%-58s %12s %12s %8s\n", "", "ours (ns)", "floor (ns)", "ratio"); }
 
 inline void print_row(const char *name, const comparison &row) {
     std::printf("%-58s %12.2f %12.2f %8.2f\n", name, row.ours, row.floor, row.ratio());

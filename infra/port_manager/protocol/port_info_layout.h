@@ -18,10 +18,8 @@ inline constexpr size_t answer_header_size = 8;
 
 inline constexpr size_t base_record_size = 189;
 
-#define PM_FIELD(wire, member, ...)                                     \
-    record_field {                                                      \
-        wire, offsetof(pm_port_info_t, member), field_kind::__VA_ARGS__ \
-    }
+#define PM_FIELD(wire, member, ...) \
+    record_field { wire, offsetof(pm_port_info_t, member), field_kind::__VA_ARGS__ }
 inline constexpr std::array base_record_fields{
     PM_FIELD(0, if_index, if_index),
     PM_FIELD(4, admin_mode, u32),
@@ -55,10 +53,8 @@ inline constexpr std::array base_record_fields{
 
 inline constexpr size_t brief_record_size = 51;
 
-#define PM_FIELD(wire, member, ...)                                           \
-    record_field {                                                            \
-        wire, offsetof(pm_port_info_brief_t, member), field_kind::__VA_ARGS__ \
-    }
+#define PM_FIELD(wire, member, ...) \
+    record_field { wire, offsetof(pm_port_info_brief_t, member), field_kind::__VA_ARGS__ }
 inline constexpr std::array brief_record_fields{
     PM_FIELD(0, if_index, if_index),      PM_FIELD(4, admin_mode, u32),      PM_FIELD(8, oper_mode, u32),
     PM_FIELD(12, port_vsan, u16),         PM_FIELD(14, oper_state, bytes),   PM_FIELD(15, fcid, bytes, 4),
@@ -96,10 +92,8 @@ struct port_attribute {
     size_t member;  // offset in pm_port_info_t
 };
 
-#define PM_ATTRIBUTE(type, kind, member)                             \
-    port_attribute {                                                 \
-        type, attribute_kind::kind, offsetof(pm_port_info_t, member) \
-    }
+#define PM_ATTRIBUTE(type, kind, member) \
+    port_attribute { type, attribute_kind::kind, offsetof(pm_port_info_t, member) }
 inline constexpr std::array port_attributes{
     PM_ATTRIBUTE(4, number_to_8, rate_mode),
     PM_ATTRIBUTE(22, number, bb_credit[4]),

@@ -31,11 +31,9 @@ inline void move_field(const uint8_t *from, uint8_t *to, auto convert_if_index) 
     if constexpr (kind == field_kind::bytes) {
         std::memcpy(to, from, count);
     } else if constexpr (kind == field_kind::u16) {
-        for (size_t i = 0; i < count; ++i)
-            store(to + 2 * i, load_be16(from + 2 * i));
+        for (size_t i = 0; i < count; ++i) store(to + 2 * i, load_be16(from + 2 * i));
     } else if constexpr (kind == field_kind::u32) {
-        for (size_t i = 0; i < count; ++i)
-            store(to + 4 * i, load_be32(from + 4 * i));
+        for (size_t i = 0; i < count; ++i) store(to + 4 * i, load_be32(from + 4 * i));
     } else {
         store(to, static_cast<uint32_t>(convert_if_index(load<uint32_t>(from))));
     }

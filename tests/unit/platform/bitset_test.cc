@@ -19,30 +19,26 @@ struct guarded {
     }
 
     ~guarded() {
-        for (const uint8_t byte : guard)
-            EXPECT_EQ(byte, 0x5a);
+        for (const uint8_t byte : guard) EXPECT_EQ(byte, 0x5a);
     }
 };
 
 std::set<uint32_t> numbers_in(const bitset_t &set) {
     std::set<uint32_t> numbers;
     for (uint32_t number = 0; number < 5000; ++number)
-        if (bitset_is_bit_set(&set, number) != 0)
-            numbers.insert(number);
+        if (bitset_is_bit_set(&set, number) != 0) numbers.insert(number);
     return numbers;
 }
 
 std::set<uint32_t> from_to(uint32_t first, uint32_t last) {
     std::set<uint32_t> numbers;
-    for (uint32_t number = first; number <= last; ++number)
-        numbers.insert(number);
+    for (uint32_t number = first; number <= last; ++number) numbers.insert(number);
     return numbers;
 }
 
 TEST(Bitset, BitsCountFromTheMostSignificantOne) {
     guarded bits(512);
-    for (const uint32_t number : {0u, 9u, 15u, 4095u})
-        bitset_set_bit(&bits.set, number);
+    for (const uint32_t number : {0u, 9u, 15u, 4095u}) bitset_set_bit(&bits.set, number);
     EXPECT_EQ(bits.set.bits[0], 0x80);
     EXPECT_EQ(bits.set.bits[1], 0x41);
     EXPECT_EQ(bits.set.bits[511], 0x01);
@@ -61,8 +57,7 @@ TEST(Bitset, EveryBitIsItsOwn) {
 
 TEST(Bitset, NumbersThatDoNotFitAreLeftOut) {
     guarded bits(4);
-    for (const uint32_t number : {32u, 33u, 4095u, 4096u, UINT32_MAX})
-        bitset_set_bit(&bits.set, number);
+    for (const uint32_t number : {32u, 33u, 4095u, 4096u, UINT32_MAX}) bitset_set_bit(&bits.set, number);
     bits.set.size = 512;
     EXPECT_TRUE(numbers_in(bits.set).empty());
     bitset_set_bit(&bits.set, 40);

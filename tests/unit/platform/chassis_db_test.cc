@@ -119,8 +119,7 @@ TEST_F(ChassisDb, FullTablesArePublishedAndLongerOnesRefused) {
     full.modules.resize(64);
     full.port_channels.resize(256);
     full.port_channels.back() = {0x04fff000, std::vector<if_index_t>(17, 0x01000000)};
-    for (uint32_t i = 0; i < 4096; ++i)
-        full.index_map.push_back({(4095 - i) * 3, i, 1, 2});
+    for (uint32_t i = 0; i < 4096; ++i) full.index_map.push_back({(4095 - i) * 3, i, 1, 2});
     ASSERT_TRUE(publisher->publish(full));
     EXPECT_EQ(find_port_channel(0x04fff000).value().count, 16u);
     for (uint32_t i = 0; i < 4096; ++i) {
@@ -153,8 +152,7 @@ TEST_F(ChassisDb, CountsBeyondATablesEndAreNotBelieved) {
     const auto publisher = chassis_publisher::open();
     ASSERT_TRUE(publisher->publish(sample()));
     ASSERT_TRUE(find_chassis());
-    for (const size_t count_offset : {28, 32, 36, 556})
-        poke(count_offset, 0xffffffff);
+    for (const size_t count_offset : {28, 32, 36, 556}) poke(count_offset, 0xffffffff);
     EXPECT_FALSE(find_module(77));
     EXPECT_FALSE(find_port_channel(0x04fff000));
     EXPECT_FALSE(find_index_map_entry(0xffffffff));

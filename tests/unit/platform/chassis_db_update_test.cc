@@ -40,8 +40,7 @@ bool is_whole(const chassis_summary &summary) {
 
 bool is_whole(const member_list &list) {
     for (uint32_t i = 0; i < list.count; ++i)
-        if (list.members[i] != list.members[0])
-            return false;
+        if (list.members[i] != list.members[0]) return false;
     return list.count == 1 + list.members[0] % 16;
 }
 
@@ -76,20 +75,17 @@ TEST_F(ChassisDbUpdate, ThreadsNeverSeeATornRecord) {
     std::atomic<bool> stop = false;
     std::atomic<int> bad = 0;
     std::vector<std::thread> readers;
-    for (int i = 0; i < 3; ++i)
-        readers.emplace_back([&] { bad += count_bad_reads(stop); });
+    for (int i = 0; i < 3; ++i) readers.emplace_back([&] { bad += count_bad_reads(stop); });
     publish_generations(*publisher);
     stop = true;
-    for (auto &reader : readers)
-        reader.join();
+    for (auto &reader : readers) reader.join();
     EXPECT_EQ(bad, 0);
 }
 
 // Reads in a process of its own until SIGTERM; exits with 0 when no record was bad.
 pid_t start_reader_process() {
     const pid_t pid = fork();
-    if (pid != 0)
-        return pid;
+    if (pid != 0) return pid;
     static std::atomic<bool> stop = false;
     signal(SIGTERM, [](int) { stop = true; });
     _exit(count_bad_reads(stop) == 0 ? 0 : 1);
@@ -177,8 +173,7 @@ TEST_F(ChassisDbUpdate, ThreadsFollowAFileThatIsReplacedAgainAndAgain) {
         std::filesystem::remove(directory_.file(chassis_file_name));
     }
     stop = true;
-    for (auto &reader : readers)
-        reader.join();
+    for (auto &reader : readers) reader.join();
     EXPECT_EQ(torn, 0);
     EXPECT_GT(found, 0);
 }

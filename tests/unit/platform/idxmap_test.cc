@@ -49,9 +49,7 @@ void expect_entry(if_index_t index, uint32_t expected_node, uint8_t slot, uint8_
     EXPECT_EQ(memcmp(&entry, &expected, sizeof entry), 0);
 }
 
-TEST_F(Idxmap, FailsAndStoresNothingWithoutADatabase) {
-    expect_absent(ethernet);
-}
+TEST_F(Idxmap, FailsAndStoresNothingWithoutADatabase) { expect_absent(ethernet); }
 
 TEST_F(Idxmap, TellsWhereAnInterfaceLives) {
     publish();

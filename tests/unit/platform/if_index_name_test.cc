@@ -84,8 +84,7 @@ TEST(IfIndexName, StaysWithin256Bytes) {
     for (uint32_t type = 0; type < 256; ++type) {
         memset(text, 0x5a, sizeof text);
         sprintf_if_index(text, type << 24 | 0xffffff);
-        for (size_t i = 256; i < sizeof text; ++i)
-            ASSERT_EQ(text[i], 0x5a);
+        for (size_t i = 256; i < sizeof text; ++i) ASSERT_EQ(text[i], 0x5a);
     }
 }
 

@@ -15,9 +15,7 @@ const std::set<unsigned> slot_port_types = {1, 2, 11, 13, 26};
 const std::set<unsigned> channel_types = {4, 22};
 const std::set<unsigned> sub_intf_types = {2, 4, 22, 26};
 
-if_index_t of_type(unsigned type, uint32_t rest) {
-    return type << 24 | rest;
-}
+if_index_t of_type(unsigned type, uint32_t rest) { return type << 24 | rest; }
 
 TEST(IfIndexType, IndexZeroIsTheStartOfAWalk) {
     uint8_t type = 99;

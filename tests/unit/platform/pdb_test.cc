@@ -25,8 +25,7 @@ class Pdb : public runtime_dir_test {
 template <typename Record>
 bool is_untouched(const Record &record) {
     for (const uint8_t byte : record.byte)
-        if (byte != 0x5a)
-            return false;
+        if (byte != 0x5a) return false;
     return true;
 }
 

@@ -48,8 +48,7 @@ class PortChannel : public runtime_dir_test {
         publisher_ = platform_dev::chassis_publisher::open();
         platform_dev::chassis content;
         std::vector<if_index_t> sixteen;
-        for (uint32_t i = 0; i < 16; ++i)
-            sixteen.push_back(0x21222300 + i);
+        for (uint32_t i = 0; i < 16; ++i) sixteen.push_back(0x21222300 + i);
         content.port_channels = {{two_members, {0x11121314, 0x15161718}}, {no_member, {}}, {sixteen_members, sixteen}};
         ASSERT_TRUE(publisher_->publish(content));
     }
@@ -80,8 +79,7 @@ void expect_every_channel(int32_t (*lookup)(void *), const record_offsets &at) {
     expect_members(lookup, at, two_members, {0x11121314, 0x15161718});
     expect_members(lookup, at, no_member, {});
     std::vector<if_index_t> sixteen;
-    for (uint32_t i = 0; i < 16; ++i)
-        sixteen.push_back(0x21222300 + i);
+    for (uint32_t i = 0; i < 16; ++i) sixteen.push_back(0x21222300 + i);
     expect_members(lookup, at, sixteen_members, sixteen);
 }
 
@@ -102,9 +100,7 @@ TEST_F(PortChannel, PcmapListsMembers) {
     expect_unknown(pcmap_get_port_channel, pcmap_record, unknown);
 }
 
-TEST_F(PortChannel, PcmapFailsWithoutADatabase) {
-    expect_unknown(pcmap_get_port_channel, pcmap_record, two_members);
-}
+TEST_F(PortChannel, PcmapFailsWithoutADatabase) { expect_unknown(pcmap_get_port_channel, pcmap_record, two_members); }
 
 TEST_F(PortChannel, LoadedLibraryListsMembers) {
     const loaded_library library("libpcm_sdb.so");

@@ -13,9 +13,7 @@ namespace {
 using testing::ElementsAre;
 using builder_ptr = std::unique_ptr<tlv_builder_t, decltype(&tlv_builder_destroy)>;
 
-builder_ptr make_builder(int32_t aligned) {
-    return {tlv_builder_create(aligned), tlv_builder_destroy};
-}
+builder_ptr make_builder(int32_t aligned) { return {tlv_builder_create(aligned), tlv_builder_destroy}; }
 
 std::vector<uint8_t> bytes_of(const builder_ptr &builder) {
     const auto *data = static_cast<const uint8_t *>(tlv_builder_data(builder.get()));
@@ -66,8 +64,7 @@ TEST(TlvBuilder, ReaderFindsEveryElementOfBothForms) {
     for (const bool is_aligned : {false, true}) {
         const auto builder = make_builder(is_aligned);
         std::vector<uint8_t> value(300);
-        for (size_t i = 0; i < value.size(); ++i)
-            value[i] = static_cast<uint8_t>(i * 7);
+        for (size_t i = 0; i < value.size(); ++i) value[i] = static_cast<uint8_t>(i * 7);
         for (uint16_t length = 0; length < 300; ++length)
             ASSERT_EQ(tlv_builder_add(builder.get(), static_cast<uint16_t>(1000 + length), value.data(), length), 0);
         const void *array = tlv_builder_data(builder.get());

@@ -26,9 +26,7 @@ bool has_current_header(const chassis_header &header) {
 
 }  // namespace
 
-void unmap_image::operator()(chassis_image *image) const {
-    munmap(image, sizeof *image);
-}
+void unmap_image::operator()(chassis_image *image) const { munmap(image, sizeof *image); }
 
 image_ptr map_image(int fd, int protection) {
     void *address = mmap(nullptr, sizeof(chassis_image), protection, MAP_SHARED, fd, 0);

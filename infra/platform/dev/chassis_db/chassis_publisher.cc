@@ -125,9 +125,7 @@ std::unique_ptr<chassis_publisher> chassis_publisher::open() {
 
 chassis_publisher::chassis_publisher(std::unique_ptr<database_file> file) : file_(std::move(file)) {}
 
-chassis_publisher::~chassis_publisher() {
-    file_->clear();
-}
+chassis_publisher::~chassis_publisher() { file_->clear(); }
 
 bool chassis_publisher::publish(const chassis &content) {
     const auto encoded = std::make_unique<chassis_content>();

@@ -23,16 +23,13 @@ inline std::atomic_ref<uint32_t> shared_word(const uint32_t &word) {
     return std::atomic_ref<uint32_t>(const_cast<uint32_t &>(word));
 }
 
-inline uint32_t load_word(const uint32_t &word) {
-    return shared_word(word).load(std::memory_order_acquire);
-}
+inline uint32_t load_word(const uint32_t &word) { return shared_word(word).load(std::memory_order_acquire); }
 
 // Replaces `count` words at `to`. A sequence that a dead writer left odd becomes even, too.
 inline void write_sequenced(uint32_t &sequence, uint32_t *to, const uint32_t *from, size_t count) {
     const uint32_t odd = shared_word(sequence).load(std::memory_order_relaxed) | 1;
     shared_word(sequence).store(odd, std::memory_order_relaxed);
-    for (size_t i = 0; i < count; ++i)
-        shared_word(to[i]).store(from[i], std::memory_order_release);
+    for (size_t i = 0; i < count; ++i) shared_word(to[i]).store(from[i], std::memory_order_release);
     shared_word(sequence).store(odd + 1, std::memory_order_release);
 }
 

@@ -25,9 +25,7 @@ struct slot {
 constinit std::array<slot, slot_count> slots;
 constinit std::mutex table_lock;
 
-slot &slot_of(mts_handle_t handle) {
-    return slots[handle % slot_count];
-}
+slot &slot_of(mts_handle_t handle) { return slots[handle % slot_count]; }
 
 mts_handle_t next_handle(slot &free_slot) {
     const auto index = static_cast<uint32_t>(&free_slot - slots.data());

@@ -20,9 +20,7 @@ constexpr size_t max_connections = UINT32_MAX >> serial_bits;
 constexpr size_t max_kept = 1024;
 constexpr size_t max_kept_bytes = 4 * MTS_MAX_PAYLOAD;
 
-bool has_ended(int send_error) {
-    return send_error == EPIPE || send_error == ECONNRESET;
-}
+bool has_ended(int send_error) { return send_error == EPIPE || send_error == ECONNRESET; }
 
 size_t memory_of(const received_frame &frame) {
     return frame.is_packet_buffer ? max_packet_payload : frame.header.payload_size;
@@ -103,8 +101,7 @@ int message_queue::send_over(client_connection &connection, const frame_header &
         const int error = connection.send(header, payload);
         if (!has_ended(error)) return error;
         received_frame answer;  // what the service answered before it ended
-        while (receive_from(connection, 0, answer) == 0)
-            keep(std::move(answer));
+        while (receive_from(connection, 0, answer) == 0) keep(std::move(answer));
     }
     if (const int error = connection.open(directory_, next_serial_)) return error;
     return connection.send(header, payload);

@@ -23,9 +23,7 @@ int receive_as_told(message_queue &queue, const mts_recv_options_t &options, rec
     }
 }
 
-int32_t result_of(int error) {
-    return error == 0 ? 0 : -1;
-}
+int32_t result_of(int error) { return error == 0 ? 0 : -1; }
 
 }  // namespace
 
@@ -62,31 +60,19 @@ int32_t mts_drop(mts_handle_t handle, mts_msg_t *message) {
     }));
 }
 
-uint32_t mts_rr_token_get(const mts_msg_t *request) {
-    return read_record(request).token;
-}
+uint32_t mts_rr_token_get(const mts_msg_t *request) { return read_record(request).token; }
 
 uint32_t mts_errno_get(mts_handle_t handle) {
     const message_queue *queue = find_queue(handle);
     return static_cast<uint32_t>(queue ? queue->last_error() : EBADF);
 }
 
-void *mts_payload_get(const mts_msg_t *message) {
-    return read_record(message).payload;
-}
+void *mts_payload_get(const mts_msg_t *message) { return read_record(message).payload; }
 
-uint32_t mts_payload_size(const mts_msg_t *message) {
-    return read_record(message).payload_size;
-}
+uint32_t mts_payload_size(const mts_msg_t *message) { return read_record(message).payload_size; }
 
-uint32_t mts_opc_get(const mts_msg_t *message) {
-    return read_record(message).opcode;
-}
+uint32_t mts_opc_get(const mts_msg_t *message) { return read_record(message).opcode; }
 
-int32_t mts_is_response(const mts_msg_t *message) {
-    return read_record(message).kind == record_kind::answer;
-}
+int32_t mts_is_response(const mts_msg_t *message) { return read_record(message).kind == record_kind::answer; }
 
-uint32_t mts_msg_id_get(const mts_msg_t *message) {
-    return read_record(message).message_id;
-}
+uint32_t mts_msg_id_get(const mts_msg_t *message) { return read_record(message).message_id; }

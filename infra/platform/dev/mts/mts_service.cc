@@ -63,9 +63,7 @@ mts_server_t *mts_server_create(void) {
     return result == 0 ? created.release() : nullptr;
 }
 
-void mts_server_destroy(mts_server_t *server) {
-    delete server;
-}
+void mts_server_destroy(mts_server_t *server) { delete server; }
 
 int32_t mts_server_add_service(mts_server_t *server, uint32_t node, uint32_t sap, mts_service_t service,
                                void *context) {
@@ -80,6 +78,4 @@ int32_t mts_server_run(mts_server_t *server) {
     return with_errno([&] { return server->run(); });
 }
 
-void mts_server_stop(mts_server_t *server) {
-    server->stop();
-}
+void mts_server_stop(mts_server_t *server) { server->stop(); }

@@ -11,9 +11,7 @@ namespace {
 // Payloads up to here are copied into a block of their size, so that a small one does not hold a whole buffer.
 constexpr size_t max_copied_payload = 16 * 1024;
 
-heap_block allocate_payload(size_t size) {
-    return heap_block(std::malloc(size + payload_tail));
-}
+heap_block allocate_payload(size_t size) { return heap_block(std::malloc(size + payload_tail)); }
 
 void clear_tail(const heap_block &payload, size_t size) {
     std::memset(static_cast<char *>(payload.get()) + size, 0, payload_tail);

@@ -31,9 +31,7 @@ class watched_fd final : public event_source {
     void *context_;
 };
 
-unique_fd open_spare() {
-    return unique_fd(::open("/dev/null", O_RDONLY | O_CLOEXEC));
-}
+unique_fd open_spare() { return unique_fd(::open("/dev/null", O_RDONLY | O_CLOEXEC)); }
 
 }  // namespace
 

@@ -10,6 +10,4 @@ static_assert(record_layout.holds_every_member());
 
 }  // namespace
 
-int32_t pcmap_get_port_channel(void *record) {
-    return platform_dev::fill_member_record(record, record_layout);
-}
+int32_t pcmap_get_port_channel(void *record) { return platform_dev::fill_member_record(record, record_layout); }

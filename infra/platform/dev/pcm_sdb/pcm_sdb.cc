@@ -13,9 +13,7 @@ static_assert(record_layout.holds_every_member());
 
 }  // namespace
 
-int32_t pcm_get_pc_info(void *record) {
-    return platform_dev::fill_member_record(record, record_layout);
-}
+int32_t pcm_get_pc_info(void *record) { return platform_dev::fill_member_record(record, record_layout); }
 
 int32_t pcm_get_pc_for_port(uint32_t first, uint32_t second) {
     const auto list = platform_dev::find_port_channel(second);

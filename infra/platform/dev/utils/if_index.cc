@@ -64,9 +64,7 @@ int32_t if_index_get_sub_intf(if_index_t index, uint16_t *sub_intf) {
     return 0;
 }
 
-if_index_t if_index_get_mainintf_from_subintf(if_index_t index) {
-    return index & ~sub_intf_mask(index);
-}
+if_index_t if_index_get_mainintf_from_subintf(if_index_t index) { return index & ~sub_intf_mask(index); }
 
 int32_t if_index_is_port_channel_sub_interface(if_index_t index) {
     return is_port_channel(index) && (index & sub_intf_mask(index)) != 0;
@@ -102,14 +100,8 @@ int32_t if_index_port_channel_init(if_index_t *out, uint16_t channel) {
     return compose(IF_TYPE_PORT_CHANNEL, {0, channel, 0}, out);
 }
 
-int32_t if_index_fcip_port_init(if_index_t *out, uint16_t tunnel) {
-    return compose(IF_TYPE_FCIP, {0, tunnel, 0}, out);
-}
+int32_t if_index_fcip_port_init(if_index_t *out, uint16_t tunnel) { return compose(IF_TYPE_FCIP, {0, tunnel, 0}, out); }
 
-uint32_t hton_if_index(if_index_t index) {
-    return htonl(index);
-}
+uint32_t hton_if_index(if_index_t index) { return htonl(index); }
 
-if_index_t ntoh_if_index(uint32_t wire) {
-    return ntohl(wire);
-}
+if_index_t ntoh_if_index(uint32_t wire) { return ntohl(wire); }

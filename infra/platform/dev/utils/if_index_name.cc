@@ -17,9 +17,7 @@ constexpr std::string_view unnamed_word = "if";
 constexpr bit_field raw_field = {0, 24};
 
 // Slots and the ports in them count from 1 in names.
-uint32_t name_base(const index_layout &layout) {
-    return layout.unit_is == unit_kind::slot ? 1 : 0;
-}
+uint32_t name_base(const index_layout &layout) { return layout.unit_is == unit_kind::slot ? 1 : 0; }
 
 // Builds a name in a caller's buffer.
 class name_writer {
@@ -75,9 +73,7 @@ class name_reader {
     std::string_view rest_;
 };
 
-char lower(char c) {
-    return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-}
+char lower(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; }
 
 bool begins(std::string_view name, std::string_view word) {
     if (word.size() > name.size()) return false;

@@ -42,13 +42,9 @@ uint32_t next_element(const void *array, uint16_t *type, uint16_t *length, const
 
 using namespace platform_dev;
 
-uint32_t tlv_array_get_num_tlvs(const void *array, uint32_t) {
-    return element_count(array);
-}
+uint32_t tlv_array_get_num_tlvs(const void *array, uint32_t) { return element_count(array); }
 
-uint32_t tlv_aligned_array_get_num_tlvs(const void *array, uint32_t) {
-    return element_count(array);
-}
+uint32_t tlv_aligned_array_get_num_tlvs(const void *array, uint32_t) { return element_count(array); }
 
 uint32_t tlv_array_get_next_tlv(const void *array, uint16_t *type, uint16_t *length, const void **value, uint32_t,
                                 uint32_t *position) {

@@ -52,22 +52,12 @@ int32_t tlv_builder_add(tlv_builder_t *builder, uint16_t type, const void *value
     return -1;
 }
 
-const void *tlv_builder_data(const tlv_builder_t *builder) {
-    return builder->bytes.data();
-}
+const void *tlv_builder_data(const tlv_builder_t *builder) { return builder->bytes.data(); }
 
-uint32_t tlv_builder_size(const tlv_builder_t *builder) {
-    return static_cast<uint32_t>(builder->bytes.size());
-}
+uint32_t tlv_builder_size(const tlv_builder_t *builder) { return static_cast<uint32_t>(builder->bytes.size()); }
 
-uint32_t tlv_builder_count(const tlv_builder_t *builder) {
-    return builder->count;
-}
+uint32_t tlv_builder_count(const tlv_builder_t *builder) { return builder->count; }
 
-void tlv_builder_reset(tlv_builder_t *builder) {
-    builder->reset();
-}
+void tlv_builder_reset(tlv_builder_t *builder) { builder->reset(); }
 
-void tlv_builder_destroy(tlv_builder_t *builder) {
-    delete builder;
-}
+void tlv_builder_destroy(tlv_builder_t *builder) { delete builder; }

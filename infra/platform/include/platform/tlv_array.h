@@ -2,7 +2,8 @@
 /* tlv_array.h: arrays of type-length-value elements, in libutils.
  *
  * The aligned form pads every element; otherwise both are read alike. An array need not be aligned, and its first 12
- * bytes must be readable. Reading is thread-safe. */
+ * bytes must be readable. No function is told where the memory behind an array ends: whoever hands one over vouches for
+ * the size in its header, and elements are held to that. Reading is thread-safe. */
 #ifndef PLATFORM_TLV_ARRAY_H
 #define PLATFORM_TLV_ARRAY_H
 

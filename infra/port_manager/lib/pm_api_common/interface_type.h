@@ -7,9 +7,7 @@
 
 namespace pm {
 
-constexpr bool is_port_channel_type(uint8_t type) {
-    return type == IF_TYPE_PORT_CHANNEL || type == IF_TYPE_BUNDLE;
-}
+constexpr bool is_port_channel_type(uint8_t type) { return type == IF_TYPE_PORT_CHANNEL || type == IF_TYPE_BUNDLE; }
 
 }  // namespace pm
 

@@ -21,9 +21,7 @@ inline constexpr member_record_layout map_record{0, 8, 32};
 inline constexpr size_t member_record_size = 172;
 
 // Chassis of these types keep their members in the port-channel database; all others in the port-channel map.
-constexpr bool has_channel_database(uint32_t chassis_type) {
-    return chassis_type == 10 || chassis_type == 11;
-}
+constexpr bool has_channel_database(uint32_t chassis_type) { return chassis_type == 10 || chassis_type == 11; }
 
 }  // namespace pm
 

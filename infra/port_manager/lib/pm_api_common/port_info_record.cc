@@ -24,8 +24,7 @@ struct element {
 // The attributes by type, for one look-up an element.
 constexpr auto attribute_by_type = [] {
     std::array<pm::port_attribute, pm::port_attributes.back().type + 1> table{};
-    for (const pm::port_attribute &attribute : pm::port_attributes)
-        table[attribute.type] = attribute;
+    for (const pm::port_attribute &attribute : pm::port_attributes) table[attribute.type] = attribute;
     return table;
 }();
 

@@ -19,12 +19,8 @@ using pm::load_be32;
 // The size that a caller without one claims for its payload.
 constexpr uint64_t any_size = UINT64_MAX;
 
-uint32_t status_of(const uint8_t *payload) {
-    return load_be32(payload);
-}
-uint32_t count_of(const uint8_t *payload) {
-    return load_be32(payload + pm::answer_status_size);
-}
+uint32_t status_of(const uint8_t *payload) { return load_be32(payload); }
+uint32_t count_of(const uint8_t *payload) { return load_be32(payload + pm::answer_status_size); }
 
 // 0 when `size` bytes hold the header and all records that it counts; else the service's status, or that of a
 // malformed answer.
@@ -53,8 +49,7 @@ uint32_t parse_records(const uint8_t *payload, size_t wire_size, uint32_t *count
     auto *const block = static_cast<Record *>(PM_ALLOCATE(uint64_t{ports} * sizeof(Record), pm::largest_array));
     if (block == nullptr) return pm::out_of_memory;
     const uint8_t *wire = payload + pm::answer_header_size;
-    for (uint32_t i = 0; i < ports; ++i, wire += wire_size)
-        parse(wire, block + i);
+    for (uint32_t i = 0; i < ports; ++i, wire += wire_size) parse(wire, block + i);
     *records = block;
     return 0;
 }
