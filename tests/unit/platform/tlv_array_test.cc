@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <cerrno>
+#include <cstring>
 #include <memory>
 #include <vector>
 
@@ -137,6 +138,23 @@ void expect_cut_at(get_next call, const uint8_t *array, size_t size, std::vector
             EXPECT_EQ(got.position, end);
             position = end;
         }
+    }
+}
+
+// An array that ends with its memory, and with a part of an element: a reader that goes on leaves the block.
+TEST(TlvArray, NothingBehindTheArrayIsRead) {
+    for (uint8_t length = 0; length < 17; ++length) {
+        std::vector<uint8_t> bytes(plain, plain + 12 + length);
+        bytes.shrink_to_fit();
+        bytes[11] = length;
+        uint32_t position = 0;
+        uint32_t result = 0;
+        while (result == 0) {
+            const visit got = next(tlv_array_get_next_tlv, bytes.data(), position);
+            result = got.result;
+            position = got.position;
+        }
+        EXPECT_EQ(result, position == length ? ENODATA : EBADMSG) << int{length};
     }
 }
 

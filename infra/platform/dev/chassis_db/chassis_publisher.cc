@@ -32,7 +32,7 @@ bool allocate(int fd) {
 unique_fd take_file(const char *path) {
     constexpr int attempts = 10;
     for (int attempt = 0; attempt < attempts; ++attempt) {
-        unique_fd fd(open(path, O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK, S_IRUSR | S_IWUSR));
+        unique_fd fd(open(path, O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW, S_IRUSR | S_IWUSR));
         struct stat status {};
         if (!fd || flock(fd.get(), LOCK_EX | LOCK_NB) != 0 || fstat(fd.get(), &status) != 0) return {};
         if (status.st_nlink == 0) continue;

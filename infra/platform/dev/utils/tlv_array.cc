@@ -23,13 +23,13 @@ uint32_t next_element(const void *array, uint16_t *type, uint16_t *length, const
     if (load_be32(header) != tlv_array_mark) return EBADMSG;
     const uint32_t bytes = load_be32(header + tlv_array_bytes_offset);
     const uint32_t at = *position;
-    if (at >= bytes) return ENODATA;
-    if (bytes - at < tlv_element_header_size) return EBADMSG;
+    const uint32_t rest = at < bytes ? bytes - at : 0;
+    if (rest < tlv_element_header_size) return rest == 0 ? ENODATA : EBADMSG;
     const uint8_t *element = header + tlv_array_header_size + at;
     const uint32_t type_and_length = load_be32(element);
     const uint16_t value_length = static_cast<uint16_t>(type_and_length);
     const uint32_t size = tlv_element_size(value_length, aligned);
-    if (bytes - at < size) return EBADMSG;
+    if (rest < size) return EBADMSG;
     *type = static_cast<uint16_t>(type_and_length >> 16);
     *length = value_length;
     *value = element + tlv_element_header_size;
