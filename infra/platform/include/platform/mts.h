@@ -24,15 +24,17 @@ typedef struct mts_recv_options {
 
 /* Sends `payload_size` bytes to `sap` on `node` and describes the request in `*request`, for mts_rr_token_get
  * and mts_drop. The last two arguments are 0. Returns 0, or -1 with the reason in mts_errno_get: EHOSTUNREACH
- * (no such service), EAGAIN (its queue is full), EBADF (no such handle). */
+ * (no such service), EAGAIN (its queue is full), EMSGSIZE (the payload is too large), EBADF (no such handle). */
 int32_t mts_send(mts_handle_t handle, uint32_t node, uint32_t sap, uint32_t opcode, const void *payload,
                  uint32_t payload_size, mts_msg_t *request, uint32_t, uint32_t);
 
 /* Receives one message into `*response`; its owner releases it with mts_drop. Returns -1 on failure, anything
- * else on success. mts_errno_get tells ETIMEDOUT (the wait ended), EINTR (a signal), EBADF (no such handle). */
+ * else on success. mts_errno_get tells ETIMEDOUT (the wait ended), EINTR (a signal), EBADF (no such handle),
+ * ECONNRESET (the service ended before it answered), EPROTO (what it sent is no answer), EINVAL (no such token). */
 int32_t mts_recv(mts_handle_t handle, mts_msg_t *response, const mts_recv_options_t *options);
 
-/* Releases a request or a received message. Returns 0, or -1 on failure. */
+/* Releases a request or a received message. Returns 0, or -1 with the reason in mts_errno_get: EINVAL (the record
+ * holds no message, or none any more), EBADF (no such handle; the message is released all the same). */
 int32_t mts_drop(mts_handle_t handle, mts_msg_t *message);
 
 /* The token that correlates the answer with this request. */

@@ -1,0 +1,65 @@
+// SPDX-License-Identifier: Apache-2.0
+// Queues that are full.
+#include "raw_peer.h"
+#include "test_service.h"
+
+namespace transport_test {
+
+namespace {
+
+// Sends until the queue is full; returns the tokens.
+std::vector<uint32_t> fill(mts_handle_t handle, uint32_t opcode, const std::string &payload) {
+    std::vector<uint32_t> tokens;
+    while (const uint32_t token = send_request(handle, opcode, payload)) tokens.push_back(token);
+    EXPECT_EQ(mts_errno_get(handle), static_cast<uint32_t>(EAGAIN));
+    return tokens;
+}
+
+TEST_F(transport, send_to_a_service_that_does_not_read_fails_when_its_queue_is_full) {
+    const raw_service service(file("fe000000-43"));
+    const open_handle handle;
+    EXPECT_GT(fill(handle, echo, "x").size(), 20u);
+    const raw_socket connection = service.accept();
+    for (int i = 0; i < 10; ++i) EXPECT_GT(connection.receive().size(), 0u);
+    EXPECT_NE(send_request(handle, echo, "there is room again"), 0u);
+}
+
+TEST_F(transport, client_that_does_not_receive_is_held_up_and_loses_nothing) {
+    const service_thread service;
+    const open_handle slow;
+    const std::string payload = pattern(3000);
+    const std::vector<uint32_t> tokens = fill(slow, echo, payload);
+    EXPECT_GT(tokens.size(), 20u);
+
+    const open_handle other;
+    EXPECT_EQ(exchange(other, echo, "served meanwhile"), "served meanwhile");
+
+    for (const uint32_t token : tokens) EXPECT_TRUE(receive_answer(slow, token) == payload);
+    EXPECT_EQ(exchange(slow, echo, "recovered"), "recovered");
+}
+
+TEST_F(transport, kept_answers_have_a_bound_and_the_oldest_go_first) {
+    const service_thread service;
+    const open_handle handle;
+    std::vector<uint32_t> tokens;
+    for (int batch = 0; batch < 11; ++batch) {
+        for (int i = 0; i < 100; ++i) tokens.push_back(send_request(handle, echo, std::to_string(tokens.size())));
+        EXPECT_EQ(receive_answer(handle, tokens.back()), std::to_string(tokens.size() - 1));
+    }
+    EXPECT_EQ(receive_error(handle, tokens.front(), 0), static_cast<uint32_t>(ETIMEDOUT));
+    EXPECT_EQ(receive_answer(handle, tokens[200], 0), "200");
+}
+
+TEST_F(transport, vanished_client_with_an_unsent_answer_is_forgotten) {
+    const service_thread service;
+    {
+        const open_handle slow;
+        fill(slow, echo, pattern(3000));
+    }
+    const open_handle other;
+    EXPECT_EQ(exchange(other, echo, "served"), "served");
+}
+
+}  // namespace
+
+}  // namespace transport_test
