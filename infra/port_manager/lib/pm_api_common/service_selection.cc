@@ -10,21 +10,9 @@
 #include "pm_api_common/port_channel_database.h"
 #include "port_mgr/opcodes.h"
 #include "protocol/byte_order.h"
+#include "protocol/interface_owner.h"
 
 namespace {
-
-struct interface_owner {
-    uint8_t type;
-    uint32_t sap;
-};
-
-// Port channels belong to the port manager too, unless they are Ethernet channels.
-constexpr std::array interface_owners{
-    interface_owner{IF_TYPE_ETHERNET, PM_SAP_ETHERNET},
-    interface_owner{IF_TYPE_MGMT, PM_SAP_MGMT},
-    interface_owner{IF_TYPE_LOOPBACK, PM_SAP_ETHERNET_CHANNEL},
-    interface_owner{IF_TYPE_ETHERNET_SFP, PM_SAP_ETHERNET_CHANNEL},
-};
 
 constexpr uint32_t fibre_channel_kind = 1;
 constexpr uint32_t ethernet_kind = 2;
@@ -57,10 +45,7 @@ uint32_t pm_get_mts_sap(if_index_t if_index) {
     if (pm::is_port_channel_type(type)) {
         return pm_is_ether_channel(if_index) != 0 ? PM_SAP_ETHERNET_CHANNEL : PM_SAP_PORT_MANAGER;
     }
-    for (const interface_owner &owner : interface_owners) {
-        if (owner.type == type) return owner.sap;
-    }
-    return PM_SAP_PORT_MANAGER;
+    return pm::owner_of_type(type);
 }
 
 int32_t pm_is_ether_channel(if_index_t if_index) {

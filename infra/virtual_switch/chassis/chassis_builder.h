@@ -1,0 +1,36 @@
+// SPDX-License-Identifier: Apache-2.0
+// chassis_builder.h: puts a chassis together from the sections of its file.
+#ifndef VIRTUAL_SWITCH_CHASSIS_CHASSIS_BUILDER_H
+#define VIRTUAL_SWITCH_CHASSIS_CHASSIS_BUILDER_H
+
+#include "chassis/model.h"
+#include "chassis/section.h"
+
+namespace virtual_switch {
+
+// Every function takes one section, adds what it describes, and throws chassis_error for what cannot be. Sections
+// come in the order of the functions: each may name interfaces of those before it.
+class chassis_builder {
+  public:
+    void set_chassis(const document_value &value);
+    void add_module(const document_value &value);
+    void add_interfaces(const document_value &value);
+    void add_fcip(const document_value &value);
+    void add_port_channel(const document_value &value);
+    void add_sub_interfaces(const document_value &value);
+    void override_ports(const document_value &value);
+
+    [[nodiscard]] chassis_model finish();
+
+  private:
+    void add_port(const section &from, if_index_t if_index, port_kind kind, port_place place);
+    void add_member(const section &from, if_index_t channel, if_index_t member);
+    void check_sub_interface(const section &from, if_index_t if_index) const;
+    [[nodiscard]] std::string why_missing(if_index_t if_index) const;
+
+    chassis_model model_;
+};
+
+}  // namespace virtual_switch
+
+#endif

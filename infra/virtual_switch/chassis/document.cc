@@ -1,0 +1,63 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "chassis/document.h"
+
+#include <algorithm>
+#include <array>
+
+#define TOML_HEADER_ONLY 1
+#include <toml++/toml.h>
+
+#include "chassis/chassis_error.h"
+
+namespace virtual_switch {
+namespace {
+
+document_value convert(const toml::node &node);
+
+document_table convert(const toml::table &table) {
+    document_table entries;
+    for (const auto &[key, node] : table) {
+        document_entry entry{std::string(key.str()), convert(node)};
+        entry.value.line = key.source().begin.line;
+        entries.push_back(std::move(entry));
+    }
+    std::stable_sort(entries.begin(), entries.end(),
+                     [](const auto &a, const auto &b) { return a.value.line < b.value.line; });
+    return entries;
+}
+
+document_array convert(const toml::array &array) {
+    document_array values;
+    for (const toml::node &node : array)
+        values.push_back(convert(node));
+    return values;
+}
+
+document_value convert(const toml::node &node) {
+    const unsigned line = node.source().begin.line;
+    if (const auto *number = node.as_integer()) return {line, number->get()};
+    if (const auto *text = node.as_string()) return {line, text->get()};
+    if (const auto *array = node.as_array()) return {line, convert(*array)};
+    if (const auto *table = node.as_table()) return {line, convert(*table)};
+    if (node.is_boolean()) return {line, foreign_value{"true or false"}};
+    if (node.is_floating_point()) return {line, foreign_value{"a number with a fraction"}};
+    return {line, foreign_value{"a date or time"}};
+}
+
+}  // namespace
+
+std::string_view document_value::type_name() const {
+    if (const auto *foreign = std::get_if<foreign_value>(&data)) return foreign->type_name;
+    constexpr std::array<std::string_view, 4> names{"a number", "a text", "an array", "a table"};
+    return names.at(data.index());
+}
+
+document_table parse_document(std::string_view text) {
+    try {
+        return convert(static_cast<const toml::table &>(toml::parse(text)));
+    } catch (const toml::parse_error &error) {
+        throw chassis_error(error.source().begin.line, "TOML", std::string(error.description()));
+    }
+}
+
+}  // namespace virtual_switch

@@ -1,0 +1,63 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "chassis/model.h"
+
+#include <array>
+
+#include "platform/if_index.h"
+#include "port_mgr/opcodes.h"
+#include "protocol/interface_owner.h"
+
+namespace virtual_switch {
+
+bool port::is_up() const {
+    return info.oper_state == port_state::up || info.oper_state == port_state::trunking;
+}
+
+uint32_t line_card::node() const {
+    return line_card_node(slot);
+}
+
+const port *chassis_model::find(if_index_t if_index) const {
+    const auto found = ports.find(if_index);
+    return found == ports.end() ? nullptr : &found->second;
+}
+
+const port *chassis_model::next(if_index_t if_index) const {
+    const auto found = ports.upper_bound(if_index);
+    return found == ports.end() ? nullptr : &found->second;
+}
+
+if_index_t chassis_model::first_member(if_index_t channel) const {
+    const auto found = members.find(channel);
+    return found == members.end() || found->second.empty() ? 0 : found->second.front();
+}
+
+uint32_t chassis_model::owner_sap(if_index_t if_index) const {
+    if (!is_port_channel(if_index)) return pm::owner_of_type(type_of(if_index));
+    const bool of_ethernet =
+        if_index_is_port_channel_sub_interface(if_index) != 0 || type_of(first_member(if_index)) == IF_TYPE_ETHERNET;
+    return of_ethernet ? PM_SAP_ETHERNET_CHANNEL : PM_SAP_PORT_MANAGER;
+}
+
+uint8_t type_of(if_index_t if_index) {
+    uint8_t type = IF_TYPE_NONE;
+    if_index_get_type(if_index, &type);
+    return type;
+}
+
+bool is_port_channel(if_index_t if_index) {
+    const uint8_t type = type_of(if_index);
+    return type == IF_TYPE_PORT_CHANNEL || type == IF_TYPE_BUNDLE;
+}
+
+uint32_t line_card_node(uint8_t slot) {
+    return ((slot + 1u) << 8 | 2u) & 0xff02u;
+}
+
+std::string name_of(if_index_t if_index) {
+    std::array<char, 256> text{};
+    sprintf_if_index(text.data(), if_index);
+    return text.data();
+}
+
+}  // namespace virtual_switch

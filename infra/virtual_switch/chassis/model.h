@@ -1,0 +1,80 @@
+// SPDX-License-Identifier: Apache-2.0
+// model.h: the chassis as the services see it: its ports in order of interface indexes, modules and port channels.
+#ifndef VIRTUAL_SWITCH_CHASSIS_MODEL_H
+#define VIRTUAL_SWITCH_CHASSIS_MODEL_H
+
+#include <map>
+#include <string>
+#include <vector>
+
+#include "chassis/port_kind.h"
+
+namespace virtual_switch {
+
+// Where an interface lives: the node that answers for it, its slot, counted from 0, and its port base there.
+struct port_place {
+    uint32_t node;
+    uint8_t slot;
+    uint8_t port_base;
+};
+
+struct port {
+    port_kind kind;
+    port_place place;
+    pm_port_info_t info;
+
+    // In operation, trunking or not.
+    [[nodiscard]] bool is_up() const;
+};
+
+struct line_card {
+    uint8_t slot;  // counted from 0
+    port_kind kind;
+    uint16_t card_type;
+    uint8_t port_count;
+
+    [[nodiscard]] uint32_t node() const;
+};
+
+// The members of a port channel, at most as many as the chassis database publishes.
+using channel_members = std::vector<if_index_t>;
+inline constexpr size_t max_channel_members = 16;
+
+struct chassis_model {
+    std::string name;
+    uint32_t chassis_type = 0;
+    uint8_t slot_count = 0;
+    std::map<uint8_t, line_card> line_cards;        // by slot
+    std::map<if_index_t, port> ports;               // all kinds
+    std::map<if_index_t, channel_members> members;  // of every channel, also of empty ones
+
+    [[nodiscard]] const port *find(if_index_t if_index) const;
+
+    // The port that follows in order of indexes, whether or not `if_index` exists; null after the last.
+    [[nodiscard]] const port *next(if_index_t if_index) const;
+
+    // The first member of the channel; 0 when there is no such channel, or it is empty.
+    [[nodiscard]] if_index_t first_member(if_index_t channel) const;
+
+    // The SAP of the service that owns an interface, which need not exist.
+    [[nodiscard]] uint32_t owner_sap(if_index_t if_index) const;
+};
+
+// The interface type; IF_TYPE_NONE for an index without one.
+uint8_t type_of(if_index_t if_index);
+
+bool is_port_channel(if_index_t if_index);
+
+// The node of the line card in `slot`, which is counted from 0.
+uint32_t line_card_node(uint8_t slot);
+
+// Makes what follows from configured values and members agree with them: operating values of every port, state, speed
+// and bandwidth of channels, and sub-interfaces of interfaces that are down. To be called after every change.
+void settle(chassis_model &model);
+
+// The display name of an interface.
+std::string name_of(if_index_t if_index);
+
+}  // namespace virtual_switch
+
+#endif

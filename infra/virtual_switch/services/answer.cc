@@ -1,0 +1,112 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "services/answer.h"
+
+#include <memory>
+
+#include "platform/if_index.h"
+#include "platform_dev/mts_dev.h"
+#include "platform_dev/tlv_builder.h"
+#include "port_mgr/status.h"
+#include "protocol/cursor.h"
+#include "protocol/port_attribute_codec.h"
+
+namespace virtual_switch {
+namespace {
+
+struct tlv_builder_deleter {
+    void operator()(tlv_builder_t *builder) const { tlv_builder_destroy(builder); }
+};
+using element_builder = std::unique_ptr<tlv_builder_t, tlv_builder_deleter>;
+
+bool add_elements(tlv_builder_t *elements, const port &of, bool with_owner) {
+    for (const pm::port_attribute &attribute : pm::port_attributes) {
+        if (!traits_of(of.kind).attributes.test(attribute.type)) continue;
+        if (attribute.type == pm::owner_attribute && !with_owner) continue;
+        pm::attribute_value value{};
+        const auto bytes = pm::encode_attribute_value(attribute, of.info, hton_if_index(of.info.if_index), value);
+        if (tlv_builder_add(elements, attribute.type, bytes.data(), static_cast<uint16_t>(bytes.size())) != 0) {
+            return false;
+        }
+    }
+    return true;
+}
+
+// The elements of all ports, or null when memory ran out.
+element_builder build_elements(const port_list &ports) {
+    element_builder elements(tlv_builder_create(0));
+    if (elements == nullptr) return nullptr;
+    for (const port *of : ports) {
+        if (!add_elements(elements.get(), *of, ports.size() == 1)) return nullptr;
+    }
+    return elements;
+}
+
+// Starts an answer that has room for `size` bytes behind its header. Returns where they go, or null after having
+// answered that it is too large.
+uint8_t *start_answer(mts_reply_t *reply, size_t records, size_t size) {
+    const size_t whole = pm::answer_header_size + size;
+    auto *const payload = static_cast<uint8_t *>(
+        whole > MTS_MAX_PAYLOAD ? nullptr : mts_reply_payload(reply, static_cast<uint32_t>(whole)));
+    if (payload == nullptr) {
+        answer_status(reply, PM_ERR_FAILURE);
+        return nullptr;
+    }
+    pm::store_be32(payload + pm::answer_status_size, static_cast<uint32_t>(records));
+    return payload + pm::answer_header_size;
+}
+
+pm_port_info_brief_t brief_of(const pm_port_info_t &info) {
+    pm_port_info_brief_t brief{};
+    brief.if_index = info.if_index;
+    brief.admin_mode = info.admin_mode;
+    brief.oper_mode = info.oper_mode;
+    brief.port_vsan = info.port_vsan;
+    brief.oper_state = info.oper_state;
+    brief.fcid = info.fcid;
+    brief.ip_address = info.ip_address;
+    brief.oper_speed = info.oper_speed;
+    brief.mtu = info.mtu;
+    brief.bandwidth = info.bandwidth;
+    brief.state_reason = info.state_reason;
+    brief.admin_trunk_mode = info.admin_trunk_mode;
+    brief.oper_trunk_mode = info.oper_trunk_mode;
+    brief.service_state = info.service_state;
+    brief.parent_if_index = info.parent_if_index;
+    return brief;
+}
+
+}  // namespace
+
+void answer_status(mts_reply_t *reply, uint32_t status) {
+    void *const payload = mts_reply_payload(reply, pm::answer_status_size);
+    if (payload != nullptr) pm::store_be32(payload, status);
+}
+
+void answer_ports(mts_reply_t *reply, const port_list &ports) {
+    const element_builder elements = build_elements(ports);
+    if (elements == nullptr) return answer_status(reply, PM_ERR_FAILURE);
+    const size_t elements_size = tlv_builder_size(elements.get());
+    uint8_t *to = start_answer(reply, ports.size(), ports.size() * pm::base_record_size + elements_size);
+    if (to == nullptr) return;
+    for (const port *of : ports) {
+        pm::encode_record<pm::base_record_fields>(&of->info, to, hton_if_index);
+        to += pm::base_record_size;
+    }
+    std::memcpy(to, tlv_builder_data(elements.get()), elements_size);
+}
+
+void answer_ports_brief(mts_reply_t *reply, const port_list &ports) {
+    uint8_t *to = start_answer(reply, ports.size(), ports.size() * pm::brief_record_size);
+    if (to == nullptr) return;
+    for (const port *of : ports) {
+        const pm_port_info_brief_t brief = brief_of(of->info);
+        pm::encode_record<pm::brief_record_fields>(&brief, to, hton_if_index);
+        to += pm::brief_record_size;
+    }
+}
+
+size_t most_records() {
+    return MTS_MAX_PAYLOAD / pm::brief_record_size;
+}
+
+}  // namespace virtual_switch

@@ -1,0 +1,22 @@
+// SPDX-License-Identifier: Apache-2.0
+// port_service.h: the service of every SAP that owns interfaces: it answers for ports.
+#ifndef VIRTUAL_SWITCH_SERVICES_PORT_SERVICE_H
+#define VIRTUAL_SWITCH_SERVICES_PORT_SERVICE_H
+
+#include <array>
+
+#include "platform_dev/mts_service.h"
+#include "port_mgr/opcodes.h"
+
+namespace virtual_switch {
+
+// The SAPs to serve it on, all on the supervisor.
+inline constexpr std::array<uint32_t, 4> port_service_saps{PM_SAP_PORT_MANAGER, PM_SAP_ETHERNET,
+                                                           PM_SAP_ETHERNET_CHANNEL, PM_SAP_MGMT};
+
+// An mts_service_t; the context is the chassis_model, which may change between requests.
+void port_service(void *model, const mts_request_t *request, mts_reply_t *reply);
+
+}  // namespace virtual_switch
+
+#endif
