@@ -106,7 +106,7 @@ void answer_ports_brief(mts_reply_t *reply, const port_list &ports) {
 }
 
 size_t most_records() {
-    return MTS_MAX_PAYLOAD / pm::brief_record_size;
+    return MTS_MAX_PAYLOAD / pm::base_record_size;
 }
 
 }  // namespace virtual_switch

@@ -1,0 +1,83 @@
+// SPDX-License-Identifier: Apache-2.0
+// pm-virtual-switch: hosts the services of a switch's port manager for a chassis that a TOML file describes.
+#include <getopt.h>
+
+#include <array>
+#include <cstdio>
+#include <exception>
+#include <string>
+
+#include "chassis/chassis_file.h"
+#include "switch_daemon.h"
+
+namespace {
+
+using virtual_switch::program_name;
+
+constexpr int exit_failure = 1;
+constexpr int exit_usage = 2;
+
+constexpr const char *help =
+    "Usage: pm-virtual-switch [--check] CHASSIS.toml\n"
+    "Hosts the services of a switch's port manager for the chassis that the file describes.\n"
+    "\n"
+    "  --check     read the file, say whether it is good, and exit\n"
+    "  --help      show this and exit\n"
+    "  --version   show the version and exit\n"
+    "\n"
+    "SIGHUP reads the file again; SIGTERM and SIGINT end the program. Clients meet it in the run-time directory:\n"
+    "$MTS_RUNTIME_DIR, else $XDG_RUNTIME_DIR/port_mgr, else /tmp/port_mgr-UID.\n"
+    "Exit status: 0, 1 after a failure, 2 for wrong usage.\n";
+
+int check(const std::string &chassis_file) {
+    const auto model = virtual_switch::load_chassis(chassis_file);
+    std::printf("%s: good: %s, %zu ports\n", chassis_file.c_str(), model.name.c_str(), model.ports.size());
+    return 0;
+}
+
+int serve(const std::string &chassis_file) {
+    virtual_switch::switch_daemon(chassis_file).run();
+    return 0;
+}
+
+int run(int (*command)(const std::string &), const char *chassis_file) {
+    try {
+        return command(chassis_file);
+    } catch (const std::exception &error) {
+        std::fprintf(stderr, "%s: %s\n", program_name, error.what());
+        return exit_failure;
+    }
+}
+
+int refuse_usage() {
+    std::fprintf(stderr, "%s: usage: %s [--check] CHASSIS.toml, or --help\n", program_name, program_name);
+    return exit_usage;
+}
+
+}  // namespace
+
+int main(int argc, char **argv) {
+    constexpr std::array<option, 4> options{{{"check", no_argument, nullptr, 'c'},
+                                             {"help", no_argument, nullptr, 'h'},
+                                             {"version", no_argument, nullptr, 'v'},
+                                             {}}};
+    auto *command = serve;
+    opterr = 0;
+    for (int found = 0; (found = getopt_long(argc, argv, "", options.data(), nullptr)) != -1;) {
+        switch (found) {
+            case 'c':
+                command = check;
+                break;
+            case 'h':
+                std::fputs(help, stdout);
+                return 0;
+            case 'v':
+                std::printf("%s %s\n", program_name, PORT_MGR_VERSION);
+                return 0;
+            default:
+                return refuse_usage();
+        }
+    }
+    if (argc - optind != 1) return refuse_usage();
+    return run(command, argv[optind]);
+}

@@ -1,0 +1,116 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "switch_daemon.h"
+
+#include <sys/signalfd.h>
+#include <unistd.h>
+
+#include <array>
+#include <cerrno>
+#include <climits>
+#include <csignal>
+#include <cstdio>
+#include <cstring>
+#include <stdexcept>
+#include <utility>
+
+#include "chassis/chassis_file.h"
+#include "chassis/publication.h"
+#include "platform_dev/mts_dev.h"
+#include "service_notifier.h"
+#include "services/channel_member_service.h"
+#include "services/port_service.h"
+
+namespace virtual_switch {
+namespace {
+
+[[noreturn]] void fail(const std::string &what) {
+    throw std::runtime_error(what + ": " + std::strerror(errno));
+}
+
+std::string find_runtime_dir() {
+    std::array<char, PATH_MAX> path{};
+    if (mts_dev_runtime_dir(path.data(), path.size()) != 0) fail("run-time directory");
+    return path.data();
+}
+
+std::unique_ptr<platform_dev::chassis_publisher> open_publisher(const std::string &runtime_dir) {
+    auto publisher = platform_dev::chassis_publisher::open();
+    if (publisher != nullptr) return publisher;
+    if (errno != EWOULDBLOCK) fail("chassis database in " + runtime_dir);
+    throw std::runtime_error("another instance serves in run-time directory " + runtime_dir);
+}
+
+void publish(platform_dev::chassis_publisher &publisher, const chassis_model &model) {
+    if (!publisher.publish(publication_of(model))) fail("chassis database");
+}
+
+}  // namespace
+
+switch_daemon::switch_daemon(std::string chassis_file)
+    : chassis_file_(std::move(chassis_file)),
+      runtime_dir_(find_runtime_dir()),
+      model_(load_chassis(chassis_file_)),
+      publisher_(open_publisher(runtime_dir_)),
+      server_(mts_server_create()) {
+    if (server_ == nullptr) fail("server");
+    publish(*publisher_, model_);
+    take_signals();
+    add_services();
+}
+
+switch_daemon::~switch_daemon() {
+    if (signal_fd_ >= 0) close(signal_fd_);
+}
+
+void switch_daemon::take_signals() {
+    sigset_t signals;
+    sigemptyset(&signals);
+    for (const int signal : {SIGTERM, SIGINT, SIGHUP})
+        sigaddset(&signals, signal);
+    sigprocmask(SIG_BLOCK, &signals, nullptr);
+    signal_fd_ = signalfd(-1, &signals, SFD_CLOEXEC | SFD_NONBLOCK);
+    if (signal_fd_ < 0) fail("signalfd");
+    const auto handler = [](void *daemon, int fd) { static_cast<switch_daemon *>(daemon)->handle_signal(fd); };
+    if (mts_server_add_fd(server_.get(), signal_fd_, handler, this) != 0) fail("signalfd");
+}
+
+void switch_daemon::add_services() {
+    const auto add = [this](uint32_t sap, mts_service_t service) {
+        if (mts_server_add_service(server_.get(), MTS_NODE_SUPERVISOR, sap, service, &model_) == 0) return;
+        fail("SAP " + std::to_string(sap) + " in " + runtime_dir_);
+    };
+    for (const uint32_t sap : port_service_saps)
+        add(sap, port_service);
+    add(PM_SAP_CHANNEL_MEMBER, channel_member_service);
+}
+
+void switch_daemon::run() {
+    std::printf("%s: ready: %s, %zu ports, run-time directory %s\n", program_name, model_.name.c_str(),
+                model_.ports.size(), runtime_dir_.c_str());
+    std::fflush(stdout);
+    notify_ready();
+    if (mts_server_run(server_.get()) != 0) fail("server");
+}
+
+void switch_daemon::handle_signal(int fd) {
+    signalfd_siginfo received{};
+    if (read(fd, &received, sizeof received) != sizeof received) return;
+    if (received.ssi_signo == SIGHUP) return reload();
+    notify_stopping();
+    mts_server_stop(server_.get());
+}
+
+// The services look at the model by reference, so they follow the new one at once.
+void switch_daemon::reload() {
+    notify_reloading();
+    try {
+        chassis_model loaded = load_chassis(chassis_file_);
+        publish(*publisher_, loaded);
+        model_ = std::move(loaded);
+    } catch (const std::exception &error) {
+        std::fprintf(stderr, "%s: not reloaded: %s\n", program_name, error.what());
+    }
+    notify_ready();
+}
+
+}  // namespace virtual_switch

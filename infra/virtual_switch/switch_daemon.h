@@ -1,0 +1,51 @@
+// SPDX-License-Identifier: Apache-2.0
+// switch_daemon.h: the running virtual switch: one chassis, its services and its database in a run-time directory.
+#ifndef VIRTUAL_SWITCH_SWITCH_DAEMON_H
+#define VIRTUAL_SWITCH_SWITCH_DAEMON_H
+
+#include <memory>
+#include <string>
+
+#include "chassis/model.h"
+#include "platform_dev/chassis_db.h"
+#include "platform_dev/mts_service.h"
+
+namespace virtual_switch {
+
+inline constexpr const char *program_name = "pm-virtual-switch";
+
+// Everything happens in one loop, so a reload falls between two requests.
+class switch_daemon {
+  public:
+    // Loads the chassis file, publishes its database and takes the SAPs of the run-time directory. Blocks the signals
+    // that the loop takes. Throws std::runtime_error with one line.
+    explicit switch_daemon(std::string chassis_file);
+    ~switch_daemon();
+    switch_daemon(const switch_daemon &) = delete;
+    switch_daemon &operator=(const switch_daemon &) = delete;
+
+    // Says on standard output that it is ready, and serves until SIGTERM or SIGINT; SIGHUP reloads the file. Throws
+    // std::runtime_error.
+    void run();
+
+  private:
+    void take_signals();
+    void add_services();
+    void handle_signal(int fd);
+    void reload();
+
+    struct server_deleter {
+        void operator()(mts_server_t *server) const { mts_server_destroy(server); }
+    };
+
+    std::string chassis_file_;
+    std::string runtime_dir_;
+    chassis_model model_;
+    std::unique_ptr<platform_dev::chassis_publisher> publisher_;
+    std::unique_ptr<mts_server_t, server_deleter> server_;
+    int signal_fd_ = -1;
+};
+
+}  // namespace virtual_switch
+
+#endif
