@@ -41,7 +41,9 @@ std::unique_ptr<platform_dev::chassis_publisher> open_publisher(const std::strin
 }
 
 void publish(platform_dev::chassis_publisher &publisher, const chassis_model &model) {
-    if (!publisher.publish(publication_of(model))) fail("chassis database");
+    if (publisher.publish(publication_of(model))) return;
+    if (errno != ENOSPC) fail("chassis database");
+    throw std::runtime_error("the chassis has more modules, ports or channels than the chassis database has room for");
 }
 
 }  // namespace

@@ -49,7 +49,9 @@ const std::string &read_text(const document_value &value, const std::string &key
     if (text->size() > longest) {
         throw chassis_error(value.line, key, "is longer than " + std::to_string(longest) + " bytes");
     }
-    if (text->find('\0') != std::string::npos) throw chassis_error(value.line, key, "holds a NUL");
+    if (std::any_of(text->begin(), text->end(), is_control)) {
+        throw chassis_error(value.line, key, "holds a control character");
+    }
     return *text;
 }
 

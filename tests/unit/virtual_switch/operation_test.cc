@@ -1,0 +1,143 @@
+// SPDX-License-Identifier: Apache-2.0
+// What follows from the configuration of ports, and from one port for another.
+#include <gtest/gtest.h>
+
+#include "chassis/chassis_file.h"
+#include "names.h"
+
+namespace {
+
+using virtual_switch::chassis_model;
+using virtual_switch::unknown_speed;
+
+const std::string base = R"(
+[chassis]
+name = "test"
+type = 6
+slots = 4
+[[module]]
+slot = 1
+kind = "fc"
+ports = 3
+[[module]]
+slot = 2
+kind = "ethernet"
+ports = 2
+[[port_channel]]
+name = "port-channel1"
+members = "fc1/1-3"
+[[port_channel]]
+name = "port-channel2"
+members = "Ethernet2/1"
+[[port_channel]]
+name = "port-channel3"
+[[sub_interface]]
+name = "port-channel2.7, Ethernet2/2.8"
+)";
+
+pm_port_info_t info_of(const char *name, const std::string &settings) {
+    return virtual_switch::parse_chassis(base + settings).find(index_of(name))->info;
+}
+
+TEST(operation, takes_automatic_values_from_the_kind_of_port) {
+    const pm_port_info_t info = info_of("fc1/1", "");
+    EXPECT_EQ(info.oper_mode, 0x20u);
+    EXPECT_EQ(info.oper_speed, 8000u);
+    EXPECT_EQ(info.bandwidth, 8000000u);
+    EXPECT_EQ(info.lane_state[3], 1);
+}
+
+TEST(operation, takes_configured_values) {
+    const pm_port_info_t info = info_of("fc1/1", "[[ports]]\nname = 'fc1/1'\nadmin_mode = 'E'\nadmin_speed = 2000\n");
+    EXPECT_EQ(info.oper_mode, 4u);
+    EXPECT_EQ(info.oper_speed, 2000u);
+    EXPECT_EQ(info.bandwidth, 2000000u);
+}
+
+TEST(operation, leaves_what_is_given) {
+    const pm_port_info_t info = info_of("fc1/1",
+                                        "[[ports]]\nname = 'fc1/1'\noper_mode = 'TE'\noper_speed = 1000\n"
+                                        "bandwidth = 5\nlane_state = [4]\n");
+    EXPECT_EQ(info.oper_mode, 8u);
+    EXPECT_EQ(info.oper_speed, 1000u);
+    EXPECT_EQ(info.bandwidth, 5u);
+    EXPECT_EQ(info.lane_state[0], 4);
+}
+
+TEST(operation, has_no_values_when_down) {
+    const pm_port_info_t info =
+        info_of("fc1/1", "[[ports]]\nname = 'fc1/1'\nstate = 'down'\nadmin_mode = 'E'\nadmin_speed = 2000\nfcid = 7\n");
+    EXPECT_EQ(info.oper_mode, 1u);
+    EXPECT_EQ(info.oper_speed, unknown_speed);
+    EXPECT_EQ(info.bandwidth, 0u);
+    EXPECT_EQ(info.fcid, 0u);
+    EXPECT_EQ(info.lane_state[0], 2);
+    EXPECT_EQ(info.state_reason, 7);
+}
+
+TEST(channel, adds_up_the_members_that_are_up) {
+    const pm_port_info_t info = info_of("port-channel1",
+                                        "[[ports]]\nname = 'fc1/1'\nstate = 'down'\n"
+                                        "[[ports]]\nname = 'fc1/2'\nadmin_speed = 2000\nadmin_mode = 'E'\n");
+    EXPECT_EQ(info.oper_state, 1);
+    EXPECT_EQ(info.state_reason, 2);
+    EXPECT_EQ(info.oper_speed, 10000u);
+    EXPECT_EQ(info.bandwidth, 10000000u);
+    EXPECT_EQ(info.oper_mode, 4u);
+}
+
+TEST(channel, trunks_as_its_first_member_up_does) {
+    const std::string trunking = "[[ports]]\nname = 'fc1/2-3'\nstate = 'trunking'\n";
+    EXPECT_EQ(info_of("port-channel1", trunking).oper_state, 1);
+    EXPECT_EQ(info_of("port-channel1", trunking + "[[ports]]\nname = 'fc1/1'\nstate = 'down'\n").oper_state, 8);
+}
+
+TEST(channel, is_down_without_members_that_are_up) {
+    for (const char *channel : {"port-channel1", "port-channel3"}) {
+        const pm_port_info_t info = info_of(channel, "[[ports]]\nname = 'fc1/1-3'\nstate = 'no-sfp'\n");
+        EXPECT_EQ(info.oper_state, 2);
+        EXPECT_EQ(info.state_reason, 43);
+        EXPECT_EQ(info.oper_speed, unknown_speed);
+        EXPECT_EQ(info.bandwidth, 0u);
+    }
+}
+
+TEST(channel, is_down_when_it_is_shut) {
+    const pm_port_info_t info = info_of("port-channel1", "[[ports]]\nname = 'port-channel1'\nstate = 'shutdown'\n");
+    EXPECT_EQ(info.oper_state, 2);
+    EXPECT_EQ(info.state_reason, 12);
+}
+
+TEST(channel, is_named_by_its_members) {
+    EXPECT_EQ(info_of("fc1/2", "").parent_if_index, index_of("port-channel1"));
+    EXPECT_EQ(info_of("Ethernet2/2", "").parent_if_index, 0u);
+}
+
+TEST(sub_interface, runs_as_its_interface_does) {
+    EXPECT_EQ(info_of("port-channel2.7", "").oper_speed, 10000u);
+    EXPECT_EQ(info_of("Ethernet2/2.8", "[[ports]]\nname = 'Ethernet2/2'\noper_speed = 100\n").bandwidth, 100000u);
+}
+
+TEST(sub_interface, goes_down_with_its_interface) {
+    const pm_port_info_t under_channel =
+        info_of("port-channel2.7", "[[ports]]\nname = 'Ethernet2/1'\nstate = 'down'\n");
+    EXPECT_EQ(under_channel.oper_state, 2);
+    EXPECT_EQ(under_channel.state_reason, 26);
+    EXPECT_EQ(info_of("Ethernet2/2.8", "[[ports]]\nname = 'Ethernet2/2'\nstate = 'shutdown'\n").state_reason, 26);
+}
+
+TEST(sub_interface, can_be_down_alone) {
+    const pm_port_info_t info = info_of("Ethernet2/2.8", "[[ports]]\nname = 'Ethernet2/2.8'\nstate = 'shutdown'\n");
+    EXPECT_EQ(info.state_reason, 12);
+    EXPECT_EQ(info.oper_speed, unknown_speed);
+}
+
+TEST(operation, follows_a_change_of_the_model) {
+    chassis_model model = virtual_switch::parse_chassis(base);
+    model.ports.at(index_of("Ethernet2/1")).info.oper_state = 2;
+    settle(model);
+    EXPECT_EQ(model.find(index_of("port-channel2"))->info.oper_state, 2);
+    EXPECT_EQ(model.find(index_of("port-channel2.7"))->info.state_reason, 26);
+}
+
+}  // namespace
