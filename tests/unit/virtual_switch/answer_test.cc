@@ -103,8 +103,9 @@ TEST(answer, names_the_owner_of_a_single_port_only) {
     const auto elements = elements_of(one, 1);
     EXPECT_EQ(elements.at({110, 0}).size(), 81u);
     EXPECT_EQ(elements.at({110, 0}).front(), 'x');
+    const port other = make_port(port_kind::fc, 0x01001000);
     mts_reply two;
-    answer_ports(&two, {&of, &of});
+    answer_ports(&two, {&of, &other});
     EXPECT_EQ(elements_of(two, 2).count({110, 0}), 0u);
 }
 
