@@ -28,9 +28,7 @@ constexpr std::array supervisor_kinds{
     supervisor_kind{IF_TYPE_OTHER, port_kind::other},
 };
 
-bool is_sub_interface(if_index_t if_index) {
-    return if_index_get_mainintf_from_subintf(if_index) != if_index;
-}
+bool is_sub_interface(if_index_t if_index) { return if_index_get_mainintf_from_subintf(if_index) != if_index; }
 
 // FCIP tunnels may join Fibre Channel ports in one channel.
 port_kind channel_kind_for(port_kind member) {
@@ -42,9 +40,7 @@ bool may_be_member(const port &candidate) {
            candidate.kind == port_kind::ethernet;
 }
 
-std::string quoted_name(if_index_t if_index) {
-    return std::string("'").append(name_of(if_index)).append("'");
-}
+std::string quoted_name(if_index_t if_index) { return std::string("'").append(name_of(if_index)).append("'"); }
 
 }  // namespace
 
@@ -112,23 +108,20 @@ void chassis_builder::add_port_channel(const document_value &value) {
     const port *const first = members.empty() ? nullptr : model_.find(members.front());
     add_port(from, channel, first == nullptr ? port_kind::fc_channel : channel_kind_for(first->kind), on_supervisor);
     model_.members[channel];
-    for (const if_index_t member : members)
-        add_member(from, channel, member);
+    for (const if_index_t member : members) add_member(from, channel, member);
 }
 
 void chassis_builder::add_member(const section &from, if_index_t channel, if_index_t member) {
-    const auto found = model_.ports.find(member);
-    if (found == model_.ports.end()) from.fail("members", why_missing(member));
-    port &joining = found->second;
-    if (!may_be_member(joining) || channel_kind_for(joining.kind) != model_.find(channel)->kind) {
+    const port *const joining = model_.find(member);
+    if (joining == nullptr) from.fail("members", why_missing(member));
+    if (!may_be_member(*joining) || channel_kind_for(joining->kind) != model_.find(channel)->kind) {
         from.fail("members", quoted_name(member) + " is of the wrong kind for the channel: '" +
-                                 std::string(traits_of(joining.kind).name) + "'");
+                                 std::string(traits_of(joining->kind).name) + "'");
     }
-    if (joining.info.parent_if_index != 0) {
-        from.fail("members",
-                  quoted_name(member) + " is a member of " + quoted_name(joining.info.parent_if_index) + " already");
+    for (const auto &[other, members] : model_.members) {
+        if (std::find(members.begin(), members.end(), member) == members.end()) continue;
+        from.fail("members", quoted_name(member) + " is a member of " + quoted_name(other) + " already");
     }
-    joining.info.parent_if_index = channel;
     model_.members[channel].push_back(member);
 }
 

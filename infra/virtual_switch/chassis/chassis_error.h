@@ -9,9 +9,7 @@
 
 namespace virtual_switch {
 
-inline bool is_control(char character) {
-    return (character >= 0 && character < ' ') || character == 0x7f;
-}
+inline bool is_control(char character) { return (character >= 0 && character < ' ') || character == 0x7f; }
 
 // What it says is one line, "LINE: KEY: what is wrong", even when it quotes a file that holds other characters.
 class chassis_error : public std::runtime_error {

@@ -34,8 +34,7 @@ const document_value *find(const document_table &document, std::string_view name
 
 void check_names(const document_table &document) {
     std::vector<std::string_view> known{chassis_section};
-    for (const file_section &section : repeated_sections)
-        known.push_back(section.name);
+    for (const file_section &section : repeated_sections) known.push_back(section.name);
     for (const document_entry &entry : document) {
         if (std::find(known.begin(), known.end(), entry.key) != known.end()) continue;
         throw chassis_error(entry.value.line, entry.key, "unknown section" + suggestion(entry.key, known));
@@ -50,8 +49,7 @@ void add_sections(const document_table &document, const file_section &section, c
         const std::string name(section.name);
         throw chassis_error(value->line, name, "must be written [[" + name + "]]");
     }
-    for (const document_value &table : *tables)
-        (builder.*section.add)(table);
+    for (const document_value &table : *tables) (builder.*section.add)(table);
 }
 
 }  // namespace
@@ -63,8 +61,7 @@ chassis_model parse_chassis(std::string_view text) {
     if (chassis == nullptr) throw chassis_error(1, std::string(chassis_section), "is missing");
     chassis_builder builder;
     builder.set_chassis(*chassis);
-    for (const file_section &section : repeated_sections)
-        add_sections(document, section, builder);
+    for (const file_section &section : repeated_sections) add_sections(document, section, builder);
     return builder.finish();
 }
 

@@ -28,8 +28,7 @@ document_table convert(const toml::table &table) {
 
 document_array convert(const toml::array &array) {
     document_array values;
-    for (const toml::node &node : array)
-        values.push_back(convert(node));
+    for (const toml::node &node : array) values.push_back(convert(node));
     return values;
 }
 

@@ -9,13 +9,9 @@
 
 namespace virtual_switch {
 
-bool port::is_up() const {
-    return info.oper_state == port_state::up || info.oper_state == port_state::trunking;
-}
+bool port::is_up() const { return info.oper_state == port_state::up || info.oper_state == port_state::trunking; }
 
-uint32_t line_card::node() const {
-    return line_card_node(slot);
-}
+uint32_t line_card::node() const { return line_card_node(slot); }
 
 const port *chassis_model::find(if_index_t if_index) const {
     const auto found = ports.find(if_index);
@@ -50,9 +46,7 @@ bool is_port_channel(if_index_t if_index) {
     return type == IF_TYPE_PORT_CHANNEL || type == IF_TYPE_BUNDLE;
 }
 
-uint32_t line_card_node(uint8_t slot) {
-    return ((slot + 1u) << 8 | 2u) & 0xff02u;
-}
+uint32_t line_card_node(uint8_t slot) { return ((slot + 1u) << 8 | 2u) & 0xff02u; }
 
 std::string name_of(if_index_t if_index) {
     std::array<char, 256> text{};

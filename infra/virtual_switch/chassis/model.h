@@ -21,7 +21,8 @@ struct port_place {
 struct port {
     port_kind kind;
     port_place place;
-    pm_port_info_t info;
+    pm_port_info_t configured;  // as settings made it; 0 where a value follows from others
+    pm_port_info_t info{};      // as it reports itself, made by settle
 
     // In operation, trunking or not.
     [[nodiscard]] bool is_up() const;
@@ -68,8 +69,8 @@ bool is_port_channel(if_index_t if_index);
 // The node of the line card in `slot`, which is counted from 0.
 uint32_t line_card_node(uint8_t slot);
 
-// Makes what follows from configured values and members agree with them: operating values of every port, state, speed
-// and bandwidth of channels, and sub-interfaces of interfaces that are down. To be called after every change.
+// Makes what every port reports from what is configured and from the members of channels. To be called after every
+// change of either.
 void settle(chassis_model &model);
 
 // The display name of an interface.

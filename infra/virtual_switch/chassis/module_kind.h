@@ -30,8 +30,7 @@ inline constexpr std::array module_kinds{
 
 inline constexpr auto module_kind_words = [] {
     std::array<named_value, module_kinds.size()> words{};
-    for (uint32_t i = 0; i < words.size(); ++i)
-        words[i] = {module_kinds[i].word, i};
+    for (uint32_t i = 0; i < words.size(); ++i) words[i] = {module_kinds[i].word, i};
     return words;
 }();
 

@@ -101,8 +101,7 @@ void set_plain(pm_port_info_t &info) {
 
 attribute_set types(std::initializer_list<uint16_t> list) {
     attribute_set set;
-    for (const uint16_t type : list)
-        set.set(type);
+    for (const uint16_t type : list) set.set(type);
     set.set(pm::owner_attribute);
     return set;
 }
@@ -130,9 +129,7 @@ const std::array kinds{
 
 }  // namespace
 
-const port_kind_traits &traits_of(port_kind kind) {
-    return kinds.at(static_cast<size_t>(kind));
-}
+const port_kind_traits &traits_of(port_kind kind) { return kinds.at(static_cast<size_t>(kind)); }
 
 pm_port_info_t default_port_info(port_kind kind, if_index_t if_index) {
     pm_port_info_t info{};

@@ -53,8 +53,13 @@ inline constexpr uint8_t sfp_absent = 29;
 inline constexpr uint8_t no_operational_members = 43;
 }  // namespace reason
 
-inline constexpr uint32_t unknown_speed = 0xffffffff;
-inline constexpr uint32_t highest_special_speed = 2;  // 0, 1 and 2 leave the speed to the port
+namespace speed {
+inline constexpr uint32_t automatic = 0;
+inline constexpr uint32_t automatic_to_2000 = 1;
+inline constexpr uint32_t automatic_to_4000 = 2;
+inline constexpr uint32_t automatic_10_100 = 110;
+inline constexpr uint32_t unknown = 0xffffffff;
+}  // namespace speed
 
 // Which types of attribute elements a port sends.
 using attribute_set = std::bitset<pm::port_attributes.back().type + 1>;

@@ -33,6 +33,7 @@ struct port_setting {
 constexpr number_range any_8{0, 0xff};
 constexpr number_range any_16{0, 0xffff};
 constexpr number_range any_32{0, 0xffffffff};
+constexpr number_range speeds{10, 400000};
 constexpr number_range vsans{1, 4093};
 constexpr number_range vlans{1, 4094};
 constexpr number_range mtus{64, 65535};
@@ -47,10 +48,8 @@ constexpr number_range fc_ids{0, 0xffffff};
 #member, setting_kind::kind, offsetof(pm_port_info_t, member), sizeof(pm_port_info_t::member) / (count), \
             range, words, count                                                                                  \
     }
-#define PM_NAMED_ELEMENT(key, kind, member, range)                                         \
-    port_setting {                                                                         \
-        key, setting_kind::kind, offsetof(pm_port_info_t, member), sizeof(uint32_t), range \
-    }
+#define PM_NAMED_ELEMENT(key, kind, member, range) \
+    port_setting { key, setting_kind::kind, offsetof(pm_port_info_t, member), sizeof(uint32_t), range }
 
 constexpr std::span<const named_value> no_words{};
 
@@ -59,8 +58,8 @@ constexpr std::array port_settings{
     PM_SETTING(owner, text),
     PM_SETTING(admin_mode, word, {}, mode_words),
     PM_SETTING(oper_mode, word, {}, mode_words),
-    PM_SETTING(admin_speed, word_or_number, {10, 400000}, speed_words),
-    PM_SETTING(oper_speed, word_or_number, {10, 400000}, speed_words),
+    PM_SETTING(admin_speed, word_or_number, speeds, speed_words),
+    PM_SETTING(oper_speed, number, speeds),
     PM_SETTING(state_reason, word_or_number, any_8, reason_words),
     PM_SETTING(port_vsan, number, vsans),
     PM_SETTING(admin_trunk_mode, word, {}, trunk_words),
@@ -141,8 +140,7 @@ constexpr std::array port_conditions{
 
 constexpr auto condition_words = [] {
     std::array<named_value, port_conditions.size()> words{};
-    for (uint32_t i = 0; i < words.size(); ++i)
-        words[i] = {port_conditions[i].word, i};
+    for (uint32_t i = 0; i < words.size(); ++i) words[i] = {port_conditions[i].word, i};
     return words;
 }();
 
@@ -212,9 +210,7 @@ void apply_condition(const document_value &value, const std::string &key, pm_por
 
 }  // namespace
 
-std::span<const std::string_view> port_setting_keys() {
-    return setting_keys;
-}
+std::span<const std::string_view> port_setting_keys() { return setting_keys; }
 
 bool is_port_setting(std::string_view key) {
     return std::find(setting_keys.begin(), setting_keys.end(), key) != setting_keys.end();
@@ -222,15 +218,15 @@ bool is_port_setting(std::string_view key) {
 
 void apply_port_setting(const document_entry &entry, const std::string &section, port &to) {
     const std::string key = section + "." + entry.key;
-    if (entry.key == state_key) return apply_condition(entry.value, key, to.info);
+    if (entry.key == state_key) return apply_condition(entry.value, key, to.configured);
     const port_setting &setting = *std::find_if(port_settings.begin(), port_settings.end(),
                                                 [&](const auto &candidate) { return candidate.key == entry.key; });
     if (!has_member(to.kind, setting)) {
         throw chassis_error(entry.value.line, key,
-                            name_of(to.info.if_index) + " is of kind '" + std::string(traits_of(to.kind).name) +
+                            name_of(to.configured.if_index) + " is of kind '" + std::string(traits_of(to.kind).name) +
                                 "', which has no such setting");
     }
-    store_setting(setting, entry.value, key, reinterpret_cast<uint8_t *>(&to.info) + setting.member);
+    store_setting(setting, entry.value, key, reinterpret_cast<uint8_t *>(&to.configured) + setting.member);
 }
 
 }  // namespace virtual_switch

@@ -23,8 +23,10 @@ inline constexpr std::array mode_words{
 };
 
 inline constexpr std::array speed_words{
-    named_value{"auto", 0},          named_value{"auto max 2000", 1},       named_value{"auto max 4000", 2},
-    named_value{"auto 10 100", 110}, named_value{"unknown", unknown_speed},
+    named_value{"auto", speed::automatic},
+    named_value{"auto max 2000", speed::automatic_to_2000},
+    named_value{"auto max 4000", speed::automatic_to_4000},
+    named_value{"auto 10 100", speed::automatic_10_100},
 };
 
 // Those reasons whose short keyword says which one is meant; the others go by number.

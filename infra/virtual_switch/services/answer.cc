@@ -105,8 +105,6 @@ void answer_ports_brief(mts_reply_t *reply, const port_list &ports) {
     }
 }
 
-size_t most_records() {
-    return MTS_MAX_PAYLOAD / pm::base_record_size;
-}
+size_t most_records() { return MTS_MAX_PAYLOAD / pm::base_record_size; }
 
 }  // namespace virtual_switch

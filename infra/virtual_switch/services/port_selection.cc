@@ -22,8 +22,7 @@ uint32_t select_range(const chassis_model &model, const pm_if_index_range_t &ran
     const auto begin = model.ports.lower_bound(first);
     const auto end = model.ports.upper_bound(last);
     if (begin == end) return PM_ERR_INVALID_RANGE;
-    for (auto at = begin; at != end; ++at)
-        ports.push_back(&at->second);
+    for (auto at = begin; at != end; ++at) ports.push_back(&at->second);
     return ports.size() > most_records() ? PM_ERR_FAILURE : 0;
 }
 
@@ -39,8 +38,7 @@ uint32_t select_ranges(const chassis_model &model, pm::byte_reader ranges, uint3
 }
 
 void select_all(const chassis_model &model, port_list &ports) {
-    for (const auto &[if_index, at] : model.ports)
-        ports.push_back(&at);
+    for (const auto &[if_index, at] : model.ports) ports.push_back(&at);
 }
 
 }  // namespace

@@ -17,9 +17,7 @@ using virtual_switch::default_port_info;
 using virtual_switch::port;
 using virtual_switch::port_kind;
 
-port make_port(port_kind kind, if_index_t if_index) {
-    return {kind, {}, default_port_info(kind, if_index)};
-}
+port make_port(port_kind kind, if_index_t if_index) { return {kind, {}, {}, default_port_info(kind, if_index)}; }
 
 // The elements of an answer with `records` full records, by type and interface; owners by type and 0.
 std::map<std::pair<uint16_t, uint32_t>, std::vector<uint8_t>> elements_of(const mts_reply &reply, size_t records) {

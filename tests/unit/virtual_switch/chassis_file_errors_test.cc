@@ -40,9 +40,7 @@ struct bad_file {
     const char *complaint;
 };
 
-void PrintTo(const bad_file &bad, std::ostream *out) {
-    *out << bad.complaint;
-}
+void PrintTo(const bad_file &bad, std::ostream *out) { *out << bad.complaint; }
 
 class chassis_file_mistakes : public testing::TestWithParam<bad_file> {};
 

@@ -73,8 +73,7 @@ TEST(chassis_file, applies_module_settings_to_every_port_and_overrides_to_some) 
                                               "[[ports]]\nname = 'fc1/2-3'\nport_vsan = 8\n"
                                               "[[ports]]\nname = 'fc1/3'\nport_vsan = 9\n");
     std::vector<uint16_t> vsans;
-    for (const auto &[if_index, port] : model.ports)
-        vsans.push_back(port.info.port_vsan);
+    for (const auto &[if_index, port] : model.ports) vsans.push_back(port.info.port_vsan);
     EXPECT_THAT(vsans, ElementsAre(7, 8, 9, 7));
 }
 
@@ -239,9 +238,7 @@ TEST_F(chassis_file_on_disk, may_be_as_large_as_a_mebibyte) {
     EXPECT_EQ(complaint_about(text + "x"), path() + ":1: file: is larger than 1 MiB");
 }
 
-TEST_F(chassis_file_on_disk, must_exist) {
-    EXPECT_EQ(complaint(), path() + ":1: file: No such file or directory");
-}
+TEST_F(chassis_file_on_disk, must_exist) { EXPECT_EQ(complaint(), path() + ":1: file: No such file or directory"); }
 
 TEST_F(chassis_file_on_disk, must_not_be_a_folder) {
     std::filesystem::create_directory(path());

@@ -72,8 +72,7 @@ TEST(model, knows_who_owns_an_interface) {
                  {"if22-3", 175},        {"if22-4", 43},           {"mgmt0", 179},        {"fcip1", 43},
                  {"if11-1/1", 43},       {"if13-1/1", 43},         {"loopback1", 175},    {"if26-1/1", 175},
                  {"if254-1", 43}};
-    for (const auto &[name, sap] : cases)
-        EXPECT_EQ(chassis().owner_sap(index_of(name)), sap) << name;
+    for (const auto &[name, sap] : cases) EXPECT_EQ(chassis().owner_sap(index_of(name)), sap) << name;
     EXPECT_EQ(chassis().owner_sap(0), 43u);
     EXPECT_EQ(chassis().owner_sap(0x99000000), 43u);
 }

@@ -2,13 +2,15 @@
 // What follows from the configuration of ports, and from one port for another.
 #include <gtest/gtest.h>
 
+#include <cstring>
+
 #include "chassis/chassis_file.h"
 #include "names.h"
 
 namespace {
 
 using virtual_switch::chassis_model;
-using virtual_switch::unknown_speed;
+constexpr uint32_t unknown_speed = virtual_switch::speed::unknown;
 
 const std::string base = R"(
 [chassis]
@@ -37,6 +39,12 @@ name = "port-channel2.7, Ethernet2/2.8"
 
 pm_port_info_t info_of(const char *name, const std::string &settings) {
     return virtual_switch::parse_chassis(base + settings).find(index_of(name))->info;
+}
+
+std::vector<pm_port_info_t> reported(const chassis_model &model) {
+    std::vector<pm_port_info_t> infos;
+    for (const auto &[if_index, port] : model.ports) infos.push_back(port.info);
+    return infos;
 }
 
 TEST(operation, takes_automatic_values_from_the_kind_of_port) {
@@ -134,10 +142,46 @@ TEST(sub_interface, can_be_down_alone) {
 
 TEST(operation, follows_a_change_of_the_model) {
     chassis_model model = virtual_switch::parse_chassis(base);
-    model.ports.at(index_of("Ethernet2/1")).info.oper_state = 2;
+    pm_port_info_t &member = model.ports.at(index_of("Ethernet2/1")).configured;
+    const std::vector<pm_port_info_t> before = reported(model);
+    member.oper_state = 2;
     settle(model);
     EXPECT_EQ(model.find(index_of("port-channel2"))->info.oper_state, 2);
     EXPECT_EQ(model.find(index_of("port-channel2.7"))->info.state_reason, 26);
+    member.oper_state = 1;
+    settle(model);
+    const std::vector<pm_port_info_t> after = reported(model);
+    EXPECT_EQ(std::memcmp(before.data(), after.data(), before.size() * sizeof before[0]), 0);
+}
+
+TEST(operation, follows_a_change_of_members) {
+    chassis_model model = virtual_switch::parse_chassis(base);
+    model.members.at(index_of("port-channel1")).pop_back();
+    settle(model);
+    EXPECT_EQ(model.find(index_of("fc1/3"))->info.parent_if_index, 0u);
+    EXPECT_EQ(model.find(index_of("port-channel1"))->info.oper_speed, 16000u);
+}
+
+TEST(operation, brings_automatic_speeds_to_what_they_mean) {
+    const struct {
+        const char *configured;
+        uint32_t speed;
+    } cases[] = {{"'auto'", 8000},
+                 {"'auto max 2000'", 2000},
+                 {"'auto max 4000'", 4000},
+                 {"'auto 10 100'", 100},
+                 {"16000", 16000}};
+    for (const auto &[configured, speed] : cases) {
+        const std::string settings = std::string("[[ports]]\nname = 'fc1/1'\nadmin_speed = ") + configured + "\n";
+        EXPECT_EQ(info_of("fc1/1", settings).oper_speed, speed) << configured;
+    }
+}
+
+TEST(channel, adds_up_to_the_largest_number_at_most) {
+    const pm_port_info_t info =
+        info_of("port-channel1", "[[ports]]\nname = 'fc1/1-3'\nadmin_speed = 400000\nbandwidth = 2000000000\n");
+    EXPECT_EQ(info.oper_speed, 1200000u);
+    EXPECT_EQ(info.bandwidth, UINT32_MAX);
 }
 
 }  // namespace
