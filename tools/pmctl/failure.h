@@ -1,0 +1,27 @@
+// SPDX-License-Identifier: Apache-2.0
+// What goes wrong in a command. The text of each is one line that names what was wrong.
+#ifndef PMCTL_FAILURE_H
+#define PMCTL_FAILURE_H
+
+#include <stdexcept>
+
+namespace pmctl {
+
+// The command line was wrong.
+class usage_error : public std::runtime_error {
+    using std::runtime_error::runtime_error;
+};
+
+// The switch cannot be asked at all; asking on is of no use.
+class switch_unavailable : public std::runtime_error {
+    using std::runtime_error::runtime_error;
+};
+
+// The switch said no to one question; others may still be answered.
+class query_refused : public std::runtime_error {
+    using std::runtime_error::runtime_error;
+};
+
+}  // namespace pmctl
+
+#endif

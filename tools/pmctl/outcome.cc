@@ -1,0 +1,27 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "outcome.h"
+
+#include <fmt/core.h>
+
+#include <new>
+
+#include "failure.h"
+#include "output/printable_text.h"
+
+namespace pmctl {
+
+outcome carry_out(const invocation &call) try {
+    if (call.what == nullptr) return {exit_done, call.text, {}};
+    command_result result = call.what->run(call.given);
+    return {result.failures.empty() ? exit_done : exit_failed, std::move(result.output), std::move(result.failures)};
+} catch (const usage_error &error) {
+    return {exit_usage, {}, {error.what()}};
+} catch (const std::bad_alloc &) {
+    return {exit_failed, {}, {"out of memory"}};
+} catch (const std::exception &error) {
+    return {exit_failed, {}, {error.what()}};
+}
+
+std::string message_line(const std::string &message) { return fmt::format("pmctl: {}\n", printable_text(message)); }
+
+}  // namespace pmctl

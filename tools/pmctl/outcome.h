@@ -1,0 +1,26 @@
+// SPDX-License-Identifier: Apache-2.0
+// What a run of the program comes to.
+#ifndef PMCTL_OUTCOME_H
+#define PMCTL_OUTCOME_H
+
+#include "command_line.h"
+
+namespace pmctl {
+
+enum exit_status { exit_done = 0, exit_failed = 1, exit_usage = 2 };
+
+struct outcome {
+    int status;
+    std::string output;
+    std::vector<std::string> messages;  // for standard error, one line each, without the program's name
+};
+
+// Carries out what parse_command_line found. Does not throw.
+outcome carry_out(const invocation &call);
+
+// How a message looks on standard error.
+std::string message_line(const std::string &message);
+
+}  // namespace pmctl
+
+#endif

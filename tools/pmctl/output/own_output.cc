@@ -1,0 +1,54 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "output/own_output.h"
+
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstdio>
+
+#include <fmt/core.h>
+
+#include <system_error>
+
+namespace pmctl {
+namespace {
+
+constexpr int first_private_descriptor = STDERR_FILENO + 1;
+
+void throw_away(int descriptor) {
+    const int nowhere = open("/dev/null", O_WRONLY | O_CLOEXEC);
+    dup2(nowhere, descriptor);
+    if (nowhere != descriptor) close(nowhere);
+}
+
+std::string write_failure(int error) {
+    if (error == EPIPE) return {};
+    return fmt::format("cannot write the output: {}", std::generic_category().message(error));
+}
+
+}  // namespace
+
+own_output::own_output() : descriptor_(fcntl(STDOUT_FILENO, F_DUPFD_CLOEXEC, first_private_descriptor)) {
+    throw_away(STDOUT_FILENO);
+}
+
+own_output::~own_output() {
+    if (descriptor_ >= 0) close(descriptor_);
+}
+
+void own_output::show_diagnostics() {
+    dup2(STDERR_FILENO, STDOUT_FILENO);
+    setvbuf(stdout, nullptr, _IOLBF, 0);
+}
+
+std::string own_output::write(std::string_view text) {
+    while (!text.empty()) {
+        const ssize_t written = ::write(descriptor_, text.data(), text.size());
+        if (written < 0 && errno != EINTR) return write_failure(errno);
+        if (written > 0) text.remove_prefix(static_cast<size_t>(written));
+    }
+    return {};
+}
+
+}  // namespace pmctl

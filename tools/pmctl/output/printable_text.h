@@ -1,0 +1,16 @@
+// SPDX-License-Identifier: Apache-2.0
+#ifndef PMCTL_OUTPUT_PRINTABLE_TEXT_H
+#define PMCTL_OUTPUT_PRINTABLE_TEXT_H
+
+#include <string>
+#include <string_view>
+
+namespace pmctl {
+
+// The text as it may go to a terminal: on one line, without control characters ('?' instead), and what is not UTF-8
+// replaced by U+FFFD.
+std::string printable_text(std::string_view text);
+
+}  // namespace pmctl
+
+#endif

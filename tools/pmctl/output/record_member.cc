@@ -1,0 +1,94 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "output/record_member.h"
+
+#include <arpa/inet.h>
+
+#include <cstring>
+
+#include <fmt/core.h>
+
+#include "interface_names.h"
+#include "output/printable_text.h"
+
+namespace pmctl {
+namespace {
+
+template <typename Number>
+uint32_t load(std::span<const std::byte> bytes) {
+    Number number;
+    std::memcpy(&number, bytes.data(), sizeof number);
+    return number;
+}
+
+uint32_t load_number(std::span<const std::byte> bytes) {
+    switch (bytes.size()) {
+        case sizeof(uint8_t):
+            return load<uint8_t>(bytes);
+        case sizeof(uint16_t):
+            return load<uint16_t>(bytes);
+        default:
+            return load<uint32_t>(bytes);
+    }
+}
+
+bool is_network_order(member_format format) {
+    return format == member_format::network_number || format == member_format::ipv4 ||
+           format == member_format::fc_address;
+}
+
+std::string ipv4_text(uint32_t address) {
+    return fmt::format("{}.{}.{}.{}", address >> 24, address >> 16 & 0xff, address >> 8 & 0xff, address & 0xff);
+}
+
+std::string numbers_text(const record_member &member, std::span<const std::byte> record) {
+    std::string text = fmt::to_string(number_of(member, record));
+    for (size_t element = 1; element < member.place.count; ++element)
+        text += fmt::format(" {}", number_of(member, record, element));
+    return text;
+}
+
+}  // namespace
+
+uint32_t number_of(const record_member &member, std::span<const std::byte> record, size_t element) {
+    const member_place &place = member.place;
+    const uint32_t number = load_number(record.subspan(place.offset + element * place.size, place.size));
+    return is_network_order(member.format) ? ntohl(number) : number;
+}
+
+bool is_absent(const record_member &member, std::span<const std::byte> record) {
+    return member.absent && number_of(member, record) == *member.absent;
+}
+
+std::string_view characters_of(const record_member &member, std::span<const std::byte> record) {
+    const auto *text = reinterpret_cast<const char *>(record.data()) + member.place.offset;
+    return {text, strnlen(text, member.place.count)};
+}
+
+std::string address_text(const record_member &member, std::span<const std::byte> record) {
+    const uint32_t number = number_of(member, record);
+    switch (member.format) {
+        case member_format::ipv4:
+            return ipv4_text(number);
+        case member_format::fc_address:
+            return fmt::format("0x{:06X}", number);
+        default:
+            return interface_name(number);
+    }
+}
+
+std::string display_text(const record_member &member, std::span<const std::byte> record) {
+    if (is_absent(member, record)) return std::string(absent_text);
+    switch (member.format) {
+        case member_format::number:
+        case member_format::network_number:
+            return numbers_text(member, record);
+        case member_format::text: {
+            const std::string text = printable_text(characters_of(member, record));
+            return text.empty() ? std::string(absent_text) : text;
+        }
+        default:
+            return address_text(member, record);
+    }
+}
+
+}  // namespace pmctl

@@ -1,0 +1,20 @@
+// SPDX-License-Identifier: Apache-2.0
+// What a status of the library means, in words.
+#ifndef PMCTL_STATUS_WORDS_H
+#define PMCTL_STATUS_WORDS_H
+
+#include <cstdint>
+#include <string>
+
+namespace pmctl {
+
+// Where a status came from: small numbers of a request are the transport's error numbers, those of an answer the
+// service's own.
+enum class status_source { request, answer };
+
+// For example "Connection timed out" or "PM_ERR_REJECTED (0x40290009)".
+std::string status_words(status_source source, uint32_t status);
+
+}  // namespace pmctl
+
+#endif
