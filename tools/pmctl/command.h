@@ -47,12 +47,13 @@ struct command_result {
     std::vector<std::string> failures;
 };
 
+// A command, or the head of a family of commands, which has no function of its own.
 struct command {
     std::string_view words;  // "show interface brief"
     const char *summary;
     std::span<const argument> takes;
-    const char *examples;  // one a line, indented
-    command_result (*run)(const arguments &);
+    const char *examples;                      // one a line, indented
+    command_result (*run)(const arguments &);  // null for the head of a family
 };
 
 }  // namespace pmctl

@@ -21,7 +21,7 @@ class parser {
         app_.set_help_flag("-h,--help", "Print this help and exit");
         app_.add_flag("--verbose", verbose_, "Print the diagnostics of the library on standard error");
         app_.fallthrough();
-        app_.footer(every_example());
+        app_.footer(every_command() + "\n" + every_example());
         for (const command &each : all_commands()) add_command(each);
     }
 
@@ -30,6 +30,8 @@ class parser {
             app_.parse(argc, argv);
         } catch (const CLI::Success &request) {
             return {nullptr, {}, false, text_of(request)};
+        } catch (const CLI::ExtrasError &) {
+            throw usage_error(fmt::format("not a known word here: {}", app_.remaining(true).front()));
         } catch (const CLI::ParseError &error) {
             throw usage_error(first_line(error.what()));
         }
@@ -40,6 +42,13 @@ class parser {
     }
 
   private:
+    static std::string every_command() {
+        std::string text = "Commands:\n";
+        for (const command &each : all_commands())
+            if (each.run != nullptr) text += fmt::format("  {:26}{}\n", each.words, each.summary);
+        return text;
+    }
+
     static std::string every_example() {
         std::string text = "Examples:\n";
         for (const command &each : all_commands()) text += each.examples;
@@ -55,7 +64,7 @@ class parser {
     static CLI::App *child_of(CLI::App *node, const std::string &word) {
         for (CLI::App *child : node->get_subcommands([](CLI::App *) { return true; }))
             if (child->get_name() == word) return child;
-        return node->add_subcommand(word, "More commands");
+        return node->add_subcommand(word);
     }
 
     // The node of the words, made when it is new.
@@ -68,7 +77,7 @@ class parser {
     void add_command(const command &each) {
         CLI::App *node = node_of(each.words);
         node->description(each.summary);
-        node->footer(fmt::format("Examples:\n{}", each.examples));
+        if (*each.examples != '\0') node->footer(fmt::format("Examples:\n{}", each.examples));
         for (const argument &taken : each.takes) add_argument(node, taken);
         nodes_.emplace(node, &each);
     }
@@ -89,7 +98,8 @@ class parser {
 
     const command *named_command() const {
         const auto found = nodes_.find(deepest_node());
-        if (found == nodes_.end()) throw usage_error("the command is not complete: see pmctl --help");
+        if (found == nodes_.end() || found->second->run == nullptr)
+            throw usage_error("the command is not complete: see pmctl --help");
         return found->second;
     }
 

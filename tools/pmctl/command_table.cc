@@ -20,6 +20,7 @@ constexpr argument brief_arguments[] = {
 };
 
 constexpr command commands[] = {
+    {"show", "Show what the switch knows", {}, "", nullptr},
     {"show interface", "Show all that the switch knows about interfaces", interface_arguments,
      "  pmctl show interface fc1/1\n"
      "  pmctl show interface fc1/1-12,fc2/3 port-channel1-4 mgmt0\n"
