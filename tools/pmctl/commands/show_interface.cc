@@ -23,43 +23,51 @@ void append(std::vector<pm_port_info_t> &ports, const record_array<pm_port_info_
     ports.insert(ports.end(), more.all().begin(), more.all().end());
 }
 
-// What is found of the ranges goes to `ports`; returns what was refused. Once the switch does not answer, the ranges
-// after it are not asked for.
-std::vector<std::string> collect(const std::vector<interface_range> &ranges, std::vector<pm_port_info_t> &ports) {
-    std::vector<std::string> failures;
-    switch_client client;
-    for (const interface_range &range : ranges) try {
-            append(ports, client.ports(range));
-        } catch (const query_refused &refusal) {
-            failures.emplace_back(refusal.what());
-        } catch (const switch_unavailable &reason) {
-            if (ports.empty()) throw;
-            failures.emplace_back(reason.what());
-            break;
-        }
-    return failures;
+// Runs a query and notes what went wrong. Returns false when asking on is of no use.
+template <typename Query>
+bool attempt(std::vector<std::string> &failures, const Query &query) {
+    try {
+        query();
+        return true;
+    } catch (const query_refused &refusal) {
+        failures.emplace_back(refusal.what());
+        return true;
+    } catch (const switch_unavailable &reason) {
+        failures.emplace_back(reason.what());
+        return false;
+    }
+}
+
+std::vector<pm_port_info_t> collect(const std::vector<interface_range> &ranges, std::vector<std::string> &failures) {
+    std::vector<pm_port_info_t> ports;
+    attempt(failures, [&] {
+        switch_client client;
+        if (ranges.empty()) append(ports, client.ports());
+        for (const interface_range &range : ranges)
+            if (!attempt(failures, [&] { append(ports, client.ports(range)); })) break;
+    });
+    return ports;
 }
 
 }  // namespace
 
 command_result run_show_interface(const arguments &given) {
     command_result result;
-    std::vector<pm_port_info_t> ports;
-    if (const auto ranges = named_ranges(given); ranges.empty())
-        append(ports, switch_client().ports());
-    else
-        result.failures = collect(ranges, ports);
-    const record_list list = records_of(std::span<const pm_port_info_t>(ports));
+    const std::vector<pm_port_info_t> ports = collect(named_ranges(given), result.failures);
+    const record_list list = records_of(std::span(ports));
     result.output =
         given.has("--json") ? json_text("interfaces", port_groups(), list) : member_lists(port_groups(), list);
     return result;
 }
 
 command_result run_show_interface_brief(const arguments &given) {
-    const auto ports = switch_client().brief_ports();
+    command_result result;
+    record_array<pm_port_info_brief_t> ports;
+    attempt(result.failures, [&] { ports = switch_client().brief_ports(); });
     const record_list list = records_of(ports.all());
-    return {given.has("--json") ? json_text("interfaces", brief_groups(), list) : column_table(brief_columns(), list),
-            {}};
+    result.output =
+        given.has("--json") ? json_text("interfaces", brief_groups(), list) : column_table(brief_columns(), list);
+    return result;
 }
 
 }  // namespace pmctl

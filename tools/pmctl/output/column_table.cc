@@ -37,6 +37,7 @@ std::string line_of(const row &cells, const std::vector<size_t> &widths) {
 }  // namespace
 
 std::string column_table(std::span<const record_member> columns, const record_list &records) {
+    if (records.empty()) return {};
     const std::vector<row> rows = rows_of(columns, records);
     std::vector<size_t> widths;
     for (size_t column = 0; column < columns.size(); ++column) widths.push_back(width_of(rows, column));

@@ -1,0 +1,30 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "output/column_table.h"
+
+#include <gtest/gtest.h>
+
+#include "fixed_records.h"
+#include "output/port_members.h"
+
+namespace {
+
+std::string table_of(const std::vector<pm_port_info_brief_t> &ports) {
+    return pmctl::column_table(pmctl::brief_columns(), pmctl::records_of(std::span(ports)));
+}
+
+TEST(column_table, shows_each_member_in_its_column) {
+    EXPECT_EQ(table_of({full_brief_port(), bare_brief_port()}),
+              R"(Interface  Admin mode  Oper mode  State  Reason  Mbit/s  Port channel    VSAN
+fc1/4      201001      201002     105    106     201007  port-channel12  2003
+mgmt0      0           0          0      0       -       -               -
+)");
+}
+
+TEST(column_table, leaves_no_blanks_at_the_end) {
+    const std::string table = table_of({full_brief_port(), bare_brief_port()});
+    EXPECT_EQ(table.find(" \n"), std::string::npos);
+}
+
+TEST(column_table, is_empty_without_records) { EXPECT_EQ(table_of({}), ""); }
+
+}  // namespace

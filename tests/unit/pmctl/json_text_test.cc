@@ -1,0 +1,235 @@
+// SPDX-License-Identifier: Apache-2.0
+// The JSON of fixed records, to the letter and against its documents.
+#include "output/json_text.h"
+
+#include <gtest/gtest.h>
+
+#include <cstring>
+#include <fstream>
+#include <nlohmann/json.hpp>
+#include <set>
+#include <sstream>
+
+#include "fixed_records.h"
+#include "output/port_members.h"
+
+namespace {
+
+using nlohmann::json;
+
+std::string full_json(const std::vector<pm_port_info_t> &ports) {
+    return pmctl::json_text("interfaces", pmctl::port_groups(), pmctl::records_of(std::span(ports)));
+}
+
+std::string brief_json(const std::vector<pm_port_info_brief_t> &ports) {
+    return pmctl::json_text("interfaces", pmctl::brief_groups(), pmctl::records_of(std::span(ports)));
+}
+
+std::string document(const char *name) {
+    std::ifstream file(std::string(DOCUMENTS) + "/" + name);
+    std::ostringstream text;
+    text << file.rdbuf();
+    return text.str();
+}
+
+TEST(json_text, holds_each_member_under_its_key) {
+    EXPECT_EQ(full_json({full_port()}), R"({
+  "interfaces": [
+    {
+      "if_index": 16789504,
+      "name": "fc1/4",
+      "description": "uplink to core",
+      "owner": "zone server",
+      "port_type": 101,
+      "phy_layer": 102,
+      "parent_if_index": 67158016,
+      "parent_name": "port-channel12",
+      "fcot_present": 103,
+      "admin_state": 104,
+      "oper_state": 105,
+      "state_reason": 106,
+      "service_state": 107,
+      "lane_state": [
+        108,
+        109,
+        110,
+        111
+      ],
+      "admin_mode": 201001,
+      "oper_mode": 201002,
+      "admin_trunk_mode": 112,
+      "oper_trunk_mode": 113,
+      "port_vsan": 2003,
+      "native_vlan": 2004,
+      "encap": 114,
+      "promiscuous": 201005,
+      "admin_speed": 201006,
+      "oper_speed": 201007,
+      "rate_mode": 115,
+      "duplex": 116,
+      "auto_neg": 201008,
+      "bandwidth": 4201009000,
+      "mtu": 201010,
+      "flowctrl_receive": 2011,
+      "flowctrl_send": 2012,
+      "beacon_mode": 117,
+      "fcid": "0x0A0BCD",
+      "ip_address": "192.0.2.1",
+      "ip_mask": "255.255.255.0",
+      "bb_credit": [
+        301,
+        302,
+        303,
+        304,
+        305
+      ],
+      "ec_bb_credit": 306,
+      "bb_credit_multiplier": 307,
+      "bb_credit_performance_buf": 308,
+      "bb_scn": 118,
+      "rx_buf_size": 2013,
+      "snmp_trap_link_up": 119,
+      "snmp_trap_link_down": 120,
+      "delayed_trap_state": 401,
+      "down_on_link_failure": 402,
+      "ignore_param": 121,
+      "track_mode": 403,
+      "link_failures": 501,
+      "sync_losses": 502,
+      "signal_losses": 503,
+      "invalid_words": 504,
+      "bad_crcs": 505,
+      "fcip_peer_address": "198.51.100.7",
+      "fcip_tcp_port": 3225,
+      "fcip_tlv_86": 601,
+      "fcip_tlv_87": 602,
+      "fcip_tlv_88": 605,
+      "fcip_tlv_89": 604,
+      "fcip_tlv_90": 603,
+      "fcip_tlv_91": 606,
+      "tlv_67": 122,
+      "tlv_68": 123,
+      "tlv_78": 124,
+      "tlv_81": 701,
+      "tlv_82": 702,
+      "tlv_93": 703,
+      "tlv_94": 704,
+      "tlv_95": 705,
+      "tlv_106": 706,
+      "tlv_107": 707,
+      "tlv_108": 708
+    }
+  ]
+}
+)");
+}
+
+TEST(json_text, holds_each_brief_member_under_its_key) {
+    EXPECT_EQ(brief_json({full_brief_port()}), R"({
+  "interfaces": [
+    {
+      "if_index": 16789504,
+      "name": "fc1/4",
+      "admin_mode": 201001,
+      "oper_mode": 201002,
+      "oper_state": 105,
+      "state_reason": 106,
+      "oper_speed": 201007,
+      "parent_if_index": 67158016,
+      "parent_name": "port-channel12",
+      "port_vsan": 2003,
+      "admin_trunk_mode": 112,
+      "oper_trunk_mode": 113,
+      "service_state": 107,
+      "mtu": 201010,
+      "bandwidth": 4201009000,
+      "fcid": "0x0A0BCD",
+      "ip_address": "192.0.2.1"
+    }
+  ]
+}
+)");
+}
+
+TEST(json_text, has_the_same_shape_for_any_number_of_ports) {
+    EXPECT_EQ(json::parse(full_json({})), json::parse(R"({"interfaces": []})"));
+    const json two = json::parse(full_json({full_port(), bare_port()}));
+    EXPECT_EQ(two["interfaces"].size(), 2u);
+    EXPECT_EQ(two["interfaces"][1]["name"], "mgmt0");
+}
+
+TEST(json_text, has_null_for_what_a_port_does_not_have) {
+    std::set<std::string> nulls;
+    const json port = json::parse(full_json({bare_port()}))["interfaces"][0];
+    for (const auto &[key, value] : port.items())
+        if (value.is_null()) nulls.insert(key);
+    EXPECT_EQ(nulls, (std::set<std::string>{"parent_if_index", "parent_name", "port_vsan", "native_vlan", "oper_speed",
+                                            "fcid", "ip_address", "ip_mask", "fcip_peer_address", "fcip_tcp_port"}));
+}
+
+TEST(json_text, carries_any_text) {
+    pm_port_info_t port = full_port();
+    strcpy(port.description, "a \"quoted\" \\ line\n\x01 caf\xc3\xa9 \xff");
+    const std::string text = full_json({port});
+    EXPECT_NE(text.find(R"("a \"quoted\" \\ line\n\u0001 )"
+                        "caf\xc3\xa9 \xef\xbf\xbd\""),
+              std::string::npos)
+        << text;
+    memset(port.owner, 'x', sizeof port.owner);
+    EXPECT_EQ(json::parse(full_json({port}))["interfaces"][0]["owner"], std::string(sizeof port.owner, 'x'));
+}
+
+// The schema's own words for what a value is.
+bool is_of_type(const json &value, const json &type) {
+    if (type.is_array())
+        return std::any_of(type.begin(), type.end(), [&](const json &one) { return is_of_type(value, one); });
+    if (type == "integer") return value.is_number_unsigned();
+    return value.type_name() == type;
+}
+
+class json_schema : public testing::Test {
+  protected:
+    const json schema = json::parse(document("schema/pmctl-show-interface.schema.json"));
+
+    const json &properties_of(const char *kind) const { return schema.at("$defs").at(kind).at("properties"); }
+
+    // Where the schema only refers to a definition, the definition.
+    const json &resolved(const json &property) const {
+        if (!property.contains("$ref")) return property;
+        return schema.at(json::json_pointer(property.at("$ref").get<std::string>().substr(1)));
+    }
+
+    void expect_described(const char *kind, const json &port) const {
+        const json &properties = properties_of(kind);
+        std::set<std::string> keys;
+        for (const auto &[key, value] : port.items()) {
+            keys.insert(key);
+            ASSERT_TRUE(properties.contains(key)) << key;
+            const json &property = resolved(properties.at(key));
+            EXPECT_TRUE(is_of_type(value, property.at("type"))) << key << " is " << value;
+            if (value.is_array()) {
+                EXPECT_EQ(value.size(), property.at("minItems")) << key;
+            }
+        }
+        EXPECT_EQ(properties.size(), keys.size());
+        EXPECT_EQ(schema.at("$defs").at(kind).at("required").get<std::set<std::string>>(), keys);
+    }
+};
+
+TEST_F(json_schema, describes_every_key_of_a_port) {
+    expect_described("interface", json::parse(full_json({full_port()}))["interfaces"][0]);
+    expect_described("interface", json::parse(full_json({bare_port()}))["interfaces"][0]);
+}
+
+TEST_F(json_schema, describes_every_key_of_a_brief_port) {
+    expect_described("brief_interface", json::parse(brief_json({full_brief_port()}))["interfaces"][0]);
+    expect_described("brief_interface", json::parse(brief_json({bare_brief_port()}))["interfaces"][0]);
+}
+
+TEST_F(json_schema, has_its_keys_in_the_manual) {
+    const std::string manual = document("pmctl.md");
+    for (const auto &[key, property] : properties_of("interface").items())
+        EXPECT_NE(manual.find("| `" + key + "` |"), std::string::npos) << key;
+}
+
+}  // namespace

@@ -1,0 +1,38 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "output/printable_text.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+struct sample {
+    std::string_view raw;
+    std::string_view printable;
+};
+
+class printable_texts : public testing::TestWithParam<sample> {};
+
+TEST_P(printable_texts, are_safe_on_a_terminal) {
+    EXPECT_EQ(pmctl::printable_text(GetParam().raw), GetParam().printable);
+}
+
+#define BAD "\xef\xbf\xbd"
+
+INSTANTIATE_TEST_SUITE_P(
+    all, printable_texts,
+    testing::Values(sample{"", ""}, sample{"plain ~", "plain ~"},
+                    sample{"two\nlines\t\x1b[31m\x7f", "two?lines??[31m?"},
+                    sample{"caf\xc3\xa9 \xe2\x82\xac \xf0\x9f\x98\x80", "caf\xc3\xa9 \xe2\x82\xac \xf0\x9f\x98\x80"},
+                    sample{"\xc2\x9b"
+                           "31m",
+                           "?31m"},
+                    sample{"\xc2\xa0", "\xc2\xa0"},
+                    sample{"a\xff"
+                           "b",
+                           "a" BAD "b"},
+                    sample{"\x80", BAD}, sample{"\xc3", BAD}, sample{"\xc3(", BAD "("}, sample{"\xc0\xaf", BAD BAD},
+                    sample{"\xe0\x80\x80", BAD BAD BAD}, sample{"\xed\xa0\x80", BAD BAD BAD},
+                    sample{"\xf0\x80\x80\x80", BAD BAD BAD BAD}, sample{"\xf4\x90\x80\x80", BAD BAD BAD BAD},
+                    sample{"\xf5", BAD}, sample{"\xe2\x82", BAD BAD}));
+
+}  // namespace

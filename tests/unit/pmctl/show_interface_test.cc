@@ -1,0 +1,170 @@
+// SPDX-License-Identifier: Apache-2.0
+// Commands from their words to output, messages and exit status.
+#include <gmock/gmock.h>
+
+#include <cerrno>
+
+#include "fixed_records.h"
+#include "outcome.h"
+#include "port_mgr/status.h"
+#include "scripted_switch.h"
+
+namespace {
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::StartsWith;
+
+class show_interface : public testing::Test {
+  protected:
+    void SetUp() override { the_switch = {}; }
+
+    // Whatever happened, nothing is left behind.
+    void TearDown() override {
+        EXPECT_EQ(the_switch.open_handles, 0);
+        EXPECT_EQ(the_switch.undropped_messages, 0);
+    }
+
+    static pmctl::outcome run(std::vector<const char *> words) {
+        words.insert(words.begin(), {"pmctl", "show", "interface"});
+        return pmctl::carry_out(pmctl::parse_command_line(static_cast<int>(words.size()), words.data()));
+    }
+
+    static void answer(const char *range, std::vector<pm_port_info_t> ports) {
+        the_switch.ranges[range] = {0, 0, std::move(ports)};
+    }
+
+    static void refuse(const char *range, uint32_t status) { the_switch.ranges[range] = {0, status, {}}; }
+
+    static void fail(const char *range, uint32_t error) { the_switch.ranges[range] = {error, 0, {}}; }
+};
+
+TEST_F(show_interface, asks_once_for_each_range) {
+    answer("fc1/1 fc1/12", {full_port()});
+    answer("fc2/3 fc2/3", {bare_port()});
+    const auto outcome = run({"fc1/1-12,fc2/3"});
+    EXPECT_EQ(outcome.status, 0);
+    EXPECT_THAT(outcome.messages, IsEmpty());
+    EXPECT_THAT(the_switch.asked, ElementsAre("fc1/1 fc1/12", "fc2/3 fc2/3"));
+    EXPECT_THAT(outcome.output, StartsWith("fc1/4\n  General\n"));
+    EXPECT_THAT(outcome.output, HasSubstr("\n\nmgmt0\n"));
+}
+
+TEST_F(show_interface, asks_for_all_without_a_name) {
+    the_switch.ports = {full_port()};
+    EXPECT_EQ(run({}).status, 0);
+    EXPECT_EQ(run({"--all"}).status, 0);
+    EXPECT_THAT(the_switch.asked, ElementsAre("all", "all"));
+}
+
+TEST_F(show_interface, shows_the_others_when_one_does_not_exist) {
+    answer("fc1/4 fc1/4", {full_port()});
+    refuse("fc9/1 fc9/1", PM_ERR_INVALID_RANGE);
+    answer("mgmt0 mgmt0", {bare_port()});
+    const auto outcome = run({"fc1/4", "fc9/1", "mgmt0"});
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_THAT(outcome.messages, ElementsAre("no such interface: fc9/1"));
+    EXPECT_THAT(outcome.output, HasSubstr("fc1/4\n"));
+    EXPECT_THAT(outcome.output, HasSubstr("mgmt0\n"));
+    EXPECT_EQ(pmctl::message_line(outcome.messages[0]), "pmctl: no such interface: fc9/1\n");
+}
+
+TEST_F(show_interface, takes_an_empty_answer_for_no_such_interface) {
+    answer("fc9/1 fc9/4", {});
+    const auto outcome = run({"fc9/1-4", "--json"});
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_THAT(outcome.messages, ElementsAre("no such interface: fc9/1-4"));
+    EXPECT_EQ(outcome.output, "{\n  \"interfaces\": []\n}\n");
+}
+
+TEST_F(show_interface, names_the_status_of_the_service) {
+    refuse("fc1/1 fc1/1", PM_ERR_REJECTED);
+    refuse("fc1/2 fc1/2", 0x402900ff);
+    const auto outcome = run({"fc1/1,fc1/2"});
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_THAT(outcome.messages, ElementsAre("fc1/1: PM_ERR_REJECTED (0x40290009)", "fc1/2: status 0x402900ff"));
+    EXPECT_THAT(outcome.output, IsEmpty());
+}
+
+TEST_F(show_interface, says_that_no_switch_is_running_once) {
+    the_switch.port_manager_runs = false;
+    fail("fc1/1 fc1/1", EHOSTUNREACH);
+    fail("fc1/2 fc1/2", EHOSTUNREACH);
+    const auto outcome = run({"fc1/1", "fc1/2"});
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_THAT(outcome.output, IsEmpty());
+    EXPECT_THAT(outcome.messages, ElementsAre("no switch is running in /tmp/lab: start one with: pm-virtual-switch "
+                                              "examples/chassis/director.toml"));
+}
+
+TEST_F(show_interface, tells_a_missing_service_from_a_missing_switch) {
+    fail("mgmt0 mgmt0", EHOSTUNREACH);
+    answer("fc1/4 fc1/4", {full_port()});
+    const auto outcome = run({"mgmt0", "fc1/4"});
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_THAT(outcome.messages, ElementsAre("mgmt0: its service does not run on this switch"));
+    EXPECT_THAT(outcome.output, StartsWith("fc1/4\n"));
+}
+
+TEST_F(show_interface, stops_asking_when_the_switch_falls_silent) {
+    answer("fc1/4 fc1/4", {full_port()});
+    fail("fc1/5 fc1/5", ETIMEDOUT);
+    const auto outcome = run({"fc1/4", "fc1/5", "fc1/6"});
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_THAT(outcome.output, StartsWith("fc1/4\n"));
+    EXPECT_THAT(outcome.messages, ElementsAre("fc1/5: Connection timed out"));
+    EXPECT_THAT(the_switch.asked, ElementsAre("fc1/4 fc1/4", "fc1/5 fc1/5"));
+}
+
+TEST_F(show_interface, reports_every_failure_before_the_switch_fell_silent) {
+    refuse("fc9/1 fc9/1", PM_ERR_INVALID_RANGE);
+    fail("fc1/5 fc1/5", ETIMEDOUT);
+    const auto outcome = run({"fc9/1", "fc1/5"});
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_THAT(outcome.messages, ElementsAre("no such interface: fc9/1", "fc1/5: Connection timed out"));
+}
+
+TEST_F(show_interface, says_why_no_handle_opened) {
+    the_switch.open_error = EPERM;
+    const auto outcome = run({"fc1/1"});
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_THAT(outcome.messages,
+                ElementsAre("cannot open the message transport in /tmp/lab: Operation not permitted"));
+}
+
+TEST_F(show_interface, asks_nothing_for_a_wrong_command_line) {
+    const auto bad_name = run({"fc1/1", "fcx1"});
+    EXPECT_EQ(bad_name.status, 2);
+    EXPECT_THAT(bad_name.messages, ElementsAre("not an interface name: fcx1"));
+    const auto both = run({"--all", "fc1/1"});
+    EXPECT_EQ(both.status, 2);
+    EXPECT_THAT(both.messages, ElementsAre("--all and interface names exclude each other"));
+    EXPECT_THAT(the_switch.asked, IsEmpty());
+}
+
+TEST_F(show_interface, names_failures_of_the_whole_switch) {
+    the_switch.answer_status = PM_ERR_FAILURE;
+    EXPECT_THAT(run({}).messages, ElementsAre("all interfaces: PM_ERR_FAILURE (0x40290000)"));
+    the_switch.request_status = EAGAIN;
+    const auto outcome = run({"brief"});
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_THAT(outcome.messages, ElementsAre("all interfaces: Resource temporarily unavailable"));
+}
+
+TEST_F(show_interface, shows_all_in_brief) {
+    the_switch.brief_ports = {full_brief_port(), bare_brief_port()};
+    const auto table = run({"brief"});
+    EXPECT_EQ(table.status, 0);
+    EXPECT_THAT(table.output, StartsWith("Interface  Admin mode"));
+    const auto json = run({"brief", "--json"});
+    EXPECT_EQ(json.status, 0);
+    EXPECT_THAT(json.output, StartsWith("{\n  \"interfaces\": [\n"));
+    EXPECT_THAT(the_switch.asked, ElementsAre("brief", "brief"));
+}
+
+TEST_F(show_interface, keeps_messages_on_one_line) {
+    EXPECT_EQ(pmctl::message_line("not an interface name: fc\n1\x1b"), "pmctl: not an interface name: fc?1?\n");
+}
+
+}  // namespace
