@@ -47,6 +47,7 @@ TEST(own_output_test, shows_diagnostics_on_standard_error_when_asked) {
         pmctl::own_output output;
         output.show_diagnostics();
         printf("a diagnostic\n");
+        fflush(stdout);
         _exit(as_expected);
     };
     EXPECT_EXIT(child(), testing::ExitedWithCode(as_expected), "a diagnostic");
