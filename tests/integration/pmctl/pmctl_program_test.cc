@@ -1,0 +1,138 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <gmock/gmock.h>
+
+#include <nlohmann/json.hpp>
+#include <sstream>
+
+#include "integration/virtual_switch/virtual_switch_test.h"
+
+namespace {
+
+using testing::AllOf;
+using testing::EndsWith;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::SizeIs;
+using testing::StartsWith;
+
+struct run_result {
+    std::string output;
+    std::string messages;
+    int status;
+};
+
+run_result run_program(const std::vector<std::string> &command) {
+    child_process program(command);
+    run_result result;
+    result.output = program.read_rest(child_process::standard_output);
+    result.messages = program.read_rest(child_process::standard_error);
+    result.status = program.wait();
+    return result;
+}
+
+run_result pmctl(std::vector<std::string> words) {
+    words.insert(words.begin(), PMCTL);
+    return run_program(words);
+}
+
+run_result shell(const std::string &script) { return run_program({"/bin/sh", "-c", script}); }
+
+std::vector<std::string> lines_of(const std::string &text) {
+    std::vector<std::string> lines;
+    std::istringstream stream(text);
+    for (std::string line; std::getline(stream, line);) lines.push_back(line);
+    return lines;
+}
+
+std::vector<std::string> names_in(const std::string &json_text) {
+    std::vector<std::string> names;
+    for (const auto &port : nlohmann::json::parse(json_text).at("interfaces")) names.push_back(port.at("name"));
+    return names;
+}
+
+class pmctl_alone : public runtime_dir_test {};
+
+class pmctl_program : public pmctl_alone {
+  protected:
+    virtual_switch_process switch_{director};
+};
+
+TEST_F(pmctl_program, shows_ranges_in_the_order_named) {
+    const auto result = pmctl({"show", "interface", "fc2/3,fc1/1-3", "MGMT0", "po5", "--json"});
+    EXPECT_EQ(result.status, 0);
+    EXPECT_THAT(result.messages, IsEmpty());
+    EXPECT_EQ(names_in(result.output),
+              (std::vector<std::string>{"fc2/3", "fc1/1", "fc1/2", "fc1/3", "mgmt0", "port-channel5"}));
+}
+
+TEST_F(pmctl_program, shows_what_the_switch_knows) {
+    const auto result = pmctl({"show", "interface", "mgmt0"});
+    EXPECT_EQ(result.status, 0);
+    EXPECT_THAT(result.output, StartsWith("mgmt0\n  General\n"));
+    EXPECT_THAT(lines_of(result.output), testing::Contains("    Description                   out-of-band management"));
+    EXPECT_THAT(lines_of(result.output), testing::Contains("    IP address                    192.0.2.10"));
+}
+
+TEST_F(pmctl_program, shows_the_others_when_one_does_not_exist) {
+    const auto result = pmctl({"show", "interface", "fc1/1", "fc9/1", "fc1/2", "--json"});
+    EXPECT_EQ(result.status, 1);
+    EXPECT_EQ(result.messages, "pmctl: no such interface: fc9/1\n");
+    EXPECT_EQ(names_in(result.output), (std::vector<std::string>{"fc1/1", "fc1/2"}));
+}
+
+TEST_F(pmctl_program, shows_the_same_ports_in_brief_and_in_full) {
+    const auto brief = pmctl({"show", "interface", "brief", "--json"});
+    const auto full = pmctl({"show", "interface", "--all", "--json"});
+    const auto table = pmctl({"show", "interface", "brief"});
+    EXPECT_EQ(brief.status + full.status + table.status, 0);
+    const auto names = names_in(full.output);
+    EXPECT_THAT(names, SizeIs(testing::Gt(100u)));
+    EXPECT_EQ(names_in(brief.output), names);
+    const auto lines = lines_of(table.output);
+    ASSERT_THAT(lines, SizeIs(names.size() + 1));
+    for (size_t i = 0; i < names.size(); ++i) EXPECT_THAT(lines[i + 1], StartsWith(names[i] + " "));
+}
+
+TEST_F(pmctl_program, says_that_the_disk_is_full) {
+    const auto result = shell(PMCTL " show interface brief >/dev/full");
+    EXPECT_EQ(result.status, 1);
+    EXPECT_EQ(result.messages, "pmctl: cannot write the output: No space left on device\n");
+}
+
+TEST_F(pmctl_program, ends_quietly_when_nobody_reads_on) {
+    const auto result = shell(PMCTL " show interface --all | head -n 1");
+    EXPECT_EQ(result.status, 0);
+    EXPECT_THAT(lines_of(result.output), SizeIs(1));
+    EXPECT_THAT(result.messages, IsEmpty());
+}
+
+TEST_F(pmctl_alone, says_how_to_start_a_switch) {
+    const auto result = pmctl({"show", "interface", "fc1/1", "fc1/2"});
+    EXPECT_EQ(result.status, 1);
+    EXPECT_THAT(result.output, IsEmpty());
+    EXPECT_EQ(result.messages, std::string("pmctl: no switch is running in ") + getenv("MTS_RUNTIME_DIR") +
+                                   ": start one with: pm-virtual-switch examples/chassis/director.toml\n");
+}
+
+TEST_F(pmctl_alone, shows_diagnostics_only_when_asked) {
+    const auto result = pmctl({"--verbose", "show", "interface", "fc1/1"});
+    EXPECT_EQ(result.status, 1);
+    EXPECT_THAT(result.output, IsEmpty());
+    EXPECT_THAT(result.messages, HasSubstr("pm_send_get_port_info_range: Error with MTS send\n"));
+}
+
+TEST_F(pmctl_alone, refuses_a_wrong_command_line) {
+    const auto result = pmctl({"show", "interface", "fcx1"});
+    EXPECT_EQ(result.status, 2);
+    EXPECT_THAT(result.output, IsEmpty());
+    EXPECT_EQ(result.messages, "pmctl: not an interface name: fcx1\n");
+}
+
+TEST_F(pmctl_alone, explains_itself) {
+    const auto result = pmctl({"--help"});
+    EXPECT_EQ(result.status, 0);
+    EXPECT_THAT(result.output, AllOf(HasSubstr("Commands:\n"), HasSubstr("Examples:\n"), EndsWith("\n")));
+    EXPECT_THAT(result.messages, IsEmpty());
+}
+
+}  // namespace
