@@ -1,0 +1,45 @@
+// SPDX-License-Identifier: Apache-2.0
+// library_test.h: the fixture of the library's unit tests: all of its surroundings, faked. What a test does not look
+// at must not have happened: a line on standard output, a failed check, a lost block, a message that is not dropped, a
+// library that is left open, a step of the script that is not taken.
+#ifndef SUPPORT_LIBRARY_TEST_H
+#define SUPPORT_LIBRARY_TEST_H
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "call_log.h"
+#include "captured_stdout.h"
+#include "fake_assertion_log.h"
+#include "fake_heap.h"
+#include "fake_interfaces.h"
+#include "fake_loader.h"
+#include "fake_tlv_array.h"
+#include "fake_transport.h"
+
+namespace support {
+
+class library_test : public testing::Test {
+  protected:
+    library_test() { call_log::take(); }
+
+    void TearDown() override {
+        EXPECT_EQ(output.take(), "");
+        EXPECT_THAT(assertions.take(), testing::IsEmpty());
+        EXPECT_EQ(heap.live_blocks(), 0);
+        EXPECT_THAT(loader.open_libraries, testing::IsEmpty());
+        transport.verify();
+    }
+
+    captured_stdout output;
+    fake_assertion_log assertions;
+    fake_heap heap;
+    fake_interfaces interfaces;
+    fake_tlv_array elements;
+    fake_loader loader;
+    fake_transport transport{heap};
+};
+
+}  // namespace support
+
+#endif
