@@ -14,10 +14,10 @@
 
 #include <cerrno>
 #include <cstdarg>
+#include <cstdio>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
-#include <regex>
 #include <string_view>
 #include <utility>
 
@@ -36,6 +36,19 @@ std::string source_line(const std::string &file, int number) {
     for (int i = 0; i < number; ++i)
         std::getline(source, line);
     return source ? line : "no such line";
+}
+
+struct report {
+    char file[256] = "";
+    char function[256] = "";
+    int line = 0;
+};
+
+report read_report(const char *text) {
+    report found;
+    std::sscanf(text, "ASSERT: %*s %*s file %255[^,], function %255[^,], line %d", found.file, found.function,
+                &found.line);
+    return found;
 }
 
 }  // namespace
@@ -64,20 +77,15 @@ std::string fake_assertion_log::text() const {
 }
 
 std::vector<std::string> fake_assertion_log::take() {
-    static const std::regex report(
-        "ASSERT: [^:]+:\\d\\d:\\d\\d: file (\\S+), function (\\S+), line (\\d+), pid: \\d+ \n");
     const std::string all = text();
-    const std::string fresh = all.substr(taken_);
-    taken_ = all.size();
+    const size_t begin = std::exchange(taken_, all.size());
     std::vector<std::string> checks;
     std::vector<std::string> expected_system_log;
-    for (std::sregex_iterator found(fresh.begin(), fresh.end(), report), end; found != end; ++found) {
-        const std::string file = (*found)[1];
-        const std::string function = (*found)[2];
-        const std::string line = (*found)[3];
-        EXPECT_THAT(source_line(file, std::stoi(line)), testing::HasSubstr("PM_ASSERT("));
-        checks.push_back(std::filesystem::path(file).filename().string() + ": " + function);
-        expected_system_log.push_back("7 Exception at: " + function + "/" + line);
+    for (size_t at = begin; (at = all.find("ASSERT: ", at)) != std::string::npos; ++at) {
+        const report found = read_report(&all[at]);
+        EXPECT_THAT(source_line(found.file, found.line), testing::HasSubstr("PM_ASSERT("));
+        checks.push_back(std::filesystem::path(found.file).filename().string() + ": " + found.function);
+        expected_system_log.push_back(fmt::format("7 Exception at: {}/{}", found.function, found.line));
     }
     EXPECT_EQ(take_system_log(), expected_system_log);
     return checks;

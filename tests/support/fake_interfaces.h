@@ -3,6 +3,7 @@
 #ifndef SUPPORT_FAKE_INTERFACES_H
 #define SUPPORT_FAKE_INTERFACES_H
 
+#include <map>
 #include <optional>
 #include <set>
 
@@ -16,6 +17,9 @@ class fake_interfaces {
     ~fake_interfaces();
     fake_interfaces(const fake_interfaces &) = delete;
     fake_interfaces &operator=(const fake_interfaces &) = delete;
+
+    // Indexes of another type than their top byte.
+    std::map<if_index_t, uint8_t> special_types;
 
     // Indexes whose type cannot be told.
     std::set<if_index_t> without_type;

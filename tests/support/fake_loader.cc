@@ -67,11 +67,12 @@ int32_t subscribe(void *subscriber) {
     struct {
         uint32_t word_0;
         const char *name;
-        uint32_t words[5];
+        uint32_t word_2;
+        uint32_t words_3_to_6[4];
     } record;
     std::memcpy(&record, subscriber, sizeof record);
-    call_log::add(
-        fmt::format("fsrv_sdb_subscriber_init({}, {}, {})", record.word_0, record.name, fmt::join(record.words, " ")));
+    call_log::add(fmt::format("fsrv_sdb_subscriber_init({}, {}, {}, {})", record.word_0, record.name, record.word_2,
+                              fmt::join(record.words_3_to_6, " ")));
     return active->subscribe_result;
 }
 

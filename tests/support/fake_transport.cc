@@ -6,6 +6,7 @@
 
 #include <cstdlib>
 #include <cstring>
+#include <utility>
 
 #include "call_log.h"
 #include "platform/cmi.h"
@@ -59,6 +60,10 @@ void fake_transport::will_drop(int32_t result, uint32_t error) {
 void fake_transport::will_answer_query(uint32_t result, std::optional<bytes> answer, std::optional<uint32_t> length) {
     script_.push_back(
         {transport_step::call::query, static_cast<int32_t>(result), 0, std::move(answer), std::move(length)});
+}
+
+void fake_transport::free_answer() {
+    std::free(std::exchange(answer_, nullptr));
 }
 
 mts_msg_t fake_transport::message(uint32_t opcode, const std::optional<bytes> &content, bool is_response) {
@@ -119,7 +124,7 @@ int32_t fake_transport::release(mts_msg_t *message) {
 uint32_t fake_transport::query(void **response, uint32_t *length) {
     const transport_step step = take(transport_step::call::query, "cmi_req_resp");
     if (step.answer) {
-        *response = std::malloc(step.answer->size());
+        *response = answer_ = std::malloc(step.answer->size());
         std::memcpy(*response, step.answer->data(), step.answer->size());
         *length = step.length.value_or(static_cast<uint32_t>(step.answer->size()));
         heap_.follow(*response, "answer");

@@ -40,6 +40,9 @@ class fake_transport {
     void will_drop(int32_t result = 0, uint32_t error = 0);
     void will_answer_query(uint32_t result, std::optional<bytes> answer, std::optional<uint32_t> length = {});
 
+    // Frees the latest answer to a query, which the library left alone.
+    void free_answer();
+
     // A received message, alive until drop is called.
     mts_msg_t message(uint32_t opcode, const std::optional<bytes> &content, bool is_response = true);
 
@@ -78,6 +81,7 @@ class fake_transport {
     std::map<uint32_t, live_message> messages_;
     uint32_t next_id_ = first_token;
     uint32_t error_ = 0;
+    void *answer_ = nullptr;
 };
 
 }  // namespace support

@@ -137,8 +137,9 @@ struct symbol_case {
     const char *error;
     const char *shown;
 };
-const symbol_case bad_symbols[] = {
-    {true, "undefined symbol", "undefined symbol"}, {true, nullptr, "(null)"}, {false, "out of memory", "out of memory"}};
+const symbol_case bad_symbols[] = {{true, "undefined symbol", "undefined symbol"},
+                                   {true, nullptr, "(null)"},
+                                   {false, "out of memory", "out of memory"}};
 
 TEST_P(port_channel_database, fails_without_the_subscribing_function) {
     for (const symbol_case &bad : bad_symbols) {
@@ -146,10 +147,9 @@ TEST_P(port_channel_database, fails_without_the_subscribing_function) {
         support::call_log::take();
         EXPECT_EQ(look_up(), -1);
         EXPECT_EQ(output.take(), std::string("Error loadingfsrv_sdb_subscriber_init (") + bad.shown + ")\n");
-        EXPECT_THAT(support::call_log::take(),
-                    ElementsAre("dlopen(libfsrv_client.so, RTLD_LAZY)",
-                                "dlsym(libfsrv_client.so, fsrv_sdb_subscriber_init)", "dlerror()",
-                                "dlclose(libfsrv_client.so)"));
+        EXPECT_THAT(support::call_log::take(), ElementsAre("dlopen(libfsrv_client.so, RTLD_LAZY)",
+                                                           "dlsym(libfsrv_client.so, fsrv_sdb_subscriber_init)",
+                                                           "dlerror()", "dlclose(libfsrv_client.so)"));
     }
 }
 
@@ -165,14 +165,14 @@ TEST_P(port_channel_database, fails_without_its_function_and_names_the_member_qu
 
 INSTANTIATE_TEST_SUITE_P(
     functions, port_channel_database,
-    testing::Values(
-        database_case{"members_on_chassis_10", "pcm_get_pc_info", "pcm_get_pc_info(0x04123456)",
-                      [](void *record) { return get_port_channel_members(10, channel, record); }},
-        database_case{"members_on_chassis_11", "pcm_get_pc_info", "pcm_get_pc_info(0x04123456)",
-                      [](void *record) { return get_port_channel_members(11, channel, record); }},
-        database_case{"channel_of_a_port", "pcm_get_pc_for_port", "pcm_get_pc_for_port(0x1020304, 0xfffffffe)",
-                      [](void *) { return get_port_channel_info(0x01020304, 0xfffffffe); }}),
-    [](const auto &info) { return std::string(info.param.name); });
+    testing::Values(database_case{"members_on_chassis_10", "pcm_get_pc_info", "pcm_get_pc_info(0x04123456)",
+                                  [](void *record) { return get_port_channel_members(10, channel, record); }},
+                    database_case{"members_on_chassis_11", "pcm_get_pc_info", "pcm_get_pc_info(0x04123456)",
+                                  [](void *record) { return get_port_channel_members(11, channel, record); }},
+                    database_case{"channel_of_a_port", "pcm_get_pc_for_port",
+                                  "pcm_get_pc_for_port(0x1020304, 0xfffffffe)",
+                                  [](void *) { return get_port_channel_info(0x01020304, 0xfffffffe); }}),
+    [](const auto &each) { return std::string(each.param.name); });
 
 class port_channel_members : public support::library_test {
   protected:

@@ -167,16 +167,16 @@ TEST_P(channel_kind, is_looked_up_where_the_chassis_keeps_it) {
     EXPECT_EQ(support::call_log::take(), expected);
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    chassis, channel_kind,
-    testing::Values(chassis_case{"type_0", 0, 0, false}, chassis_case{"type_1", 0, 1, false},
-                    chassis_case{"type_9", 0, 9, false}, chassis_case{"type_10", 0, 10, true},
-                    chassis_case{"type_11", 0, 11, true}, chassis_case{"type_12", 0, 12, false},
-                    chassis_case{"type_266", 0, 266, false}, chassis_case{"largest_type", 0, 0xffffffff, false},
-                    chassis_case{"type_unread", -1, std::nullopt, false},
-                    chassis_case{"type_unread_but_10", -1, 10, true},
-                    chassis_case{"type_unread_but_1", 1, 1, false}),
-    [](const auto &info) { return std::string(info.param.name); });
+INSTANTIATE_TEST_SUITE_P(chassis, channel_kind,
+                         testing::Values(chassis_case{"type_0", 0, 0, false}, chassis_case{"type_1", 0, 1, false},
+                                         chassis_case{"type_9", 0, 9, false}, chassis_case{"type_10", 0, 10, true},
+                                         chassis_case{"type_11", 0, 11, true}, chassis_case{"type_12", 0, 12, false},
+                                         chassis_case{"type_266", 0, 266, false},
+                                         chassis_case{"largest_type", 0, 0xffffffff, false},
+                                         chassis_case{"type_unread", -1, std::nullopt, false},
+                                         chassis_case{"type_unread_but_10", -1, 10, true},
+                                         chassis_case{"type_unread_but_1", 1, 1, false}),
+                         [](const auto &each) { return std::string(each.param.name); });
 
 TEST_F(service_selection, a_database_that_is_missing_makes_fibre_channel) {
     interfaces.chassis_type = 10;

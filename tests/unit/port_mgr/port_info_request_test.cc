@@ -1,0 +1,659 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <functional>
+
+#include "library_test.h"
+#include "port_mgr/port_mgr_common.h"
+
+namespace {
+
+using support::bytes;
+using support::payload;
+using testing::ElementsAre;
+using testing::IsEmpty;
+using testing::MatchesRegex;
+
+constexpr mts_handle_t handle = 0x55667788;
+constexpr uint32_t token = support::fake_transport::first_token;
+
+using ranges = std::vector<pm_if_index_range_t>;
+using calls = std::vector<std::string>;
+
+calls operator+(calls first, const calls &second) {
+    first.insert(first.end(), second.begin(), second.end());
+    return first;
+}
+
+const std::string asked_error = "mts_errno_get(0x55667788)";
+const std::string asked_token = "mts_rr_token_get(message 0x7001)";
+const std::string received = "mts_recv(0x55667788, 0x1 0x0 0xa 0x7001 0x0 0x0 0x0 0x0 0x0)";
+const std::string dropped = "mts_drop(0x55667788, message 0x7001)";
+
+// The line that a send leaves in the log.
+std::string sent(uint32_t sap, uint32_t opcode, const bytes &request) {
+    return "mts_send(0x55667788, 0xfe000000, " + std::to_string(sap) + ", " + std::to_string(opcode) + ", <" +
+           support::hex(request) + ">, " + std::to_string(request.size()) + ", 0, 0)";
+}
+
+std::string index_text(if_index_t if_index) {
+    return "0x" + support::hex(payload().be32(if_index));
+}
+
+// ---- what every request has in common: each is made about a Fibre Channel port
+
+struct request_case {
+    const char *name;
+    bool is_blocking;
+    const char *printed_refusal;       // of a refused argument, behind the function's name
+    const char *printed_send_failure;  // the same, of a failed send
+    uint32_t payload_size;             // on the heap, or 0
+    const char *allocating_function;   // whose name a failed allocation's second line starts with
+    std::function<uint32_t(mts_handle_t, mts_msg_t *)> function;
+};
+
+void PrintTo(const request_case &request, std::ostream *to) {
+    *to << request.name;
+}
+
+constexpr if_index_t port = 0x01040000;
+const ranges one_range{{port, port + 1}};
+
+const request_case requests[] = {
+    {"pm_send_get_port_info", false, "", "", 23, "pm_send_get_port_info",
+     [](auto queue, auto *message) {
+         return pm_send_get_port_info(queue, 0, 0, 0, 0, 0, 1, one_range.data(), message);
+     }},
+    {"pm_get_port_info", true, "", "", 23, "pm_send_get_port_info",
+     [](auto queue, auto *message) { return pm_get_port_info(queue, 0, 0, 0, 0, 0, 1, one_range.data(), message); }},
+    {"pm_send_get_port_info_brief", false, "", "", 23, "pm_send_get_port_info_brief",
+     [](auto queue, auto *message) {
+         return pm_send_get_port_info_brief(queue, 0, 0, 0, 0, 0, 1, one_range.data(), message);
+     }},
+    {"pm_get_port_info_brief", true, "", "", 23, "pm_send_get_port_info_brief",
+     [](auto queue, auto *message) {
+         return pm_get_port_info_brief(queue, 0, 0, 0, 0, 0, 1, one_range.data(), message);
+     }},
+    {"pm_send_get_port_info_range", false, "pm_send_get_port_info_range: Invalid MTS queue handle\n",
+     "pm_send_get_port_info_range: Error with MTS send\n", 23, "pm_send_get_port_info",
+     [](auto queue, auto *message) { return pm_send_get_port_info_range(queue, port, port + 1, message); }},
+    {"pm_get_port_info_range", true, "pm_get_port_info_range: Invalid param\n",
+     "pm_send_get_port_info_range: Error with MTS send\n", 23, "pm_send_get_port_info",
+     [](auto queue, auto *message) { return pm_get_port_info_range(queue, port, port + 1, message); }},
+    {"pm_send_get_next_port_info", false, "", "", 0, "",
+     [](auto queue, auto *message) { return pm_send_get_next_port_info(queue, port, message); }},
+    {"pm_get_next_port_info", true, "", "", 0, "",
+     [](auto queue, auto *message) { return pm_get_next_port_info(queue, port, message); }},
+};
+
+class request : public support::library_test, public testing::WithParamInterface<request_case> {
+  protected:
+    uint32_t make() { return GetParam().function(handle, &message); }
+
+    [[nodiscard]] std::string as_reported() const { return std::string("port_info_request.cc: ") + GetParam().name; }
+
+    void expect_refusal(uint32_t status) {
+        EXPECT_EQ(status, PM_ERR_INVALID_PARAM);
+        EXPECT_THAT(support::call_log::take(), IsEmpty());
+        EXPECT_EQ(output.take(), GetParam().printed_refusal);
+        EXPECT_THAT(assertions.take(), ElementsAre(as_reported()));
+    }
+
+    mts_msg_t message{};
+};
+
+using blocking_request = request;
+using send_only_request = request;
+
+std::vector<request_case> chosen(bool is_blocking) {
+    std::vector<request_case> some;
+    for (const request_case &each : requests) {
+        if (each.is_blocking == is_blocking) some.push_back(each);
+    }
+    return some;
+}
+
+TEST_P(request, without_a_handle_is_refused_and_reported) {
+    expect_refusal(GetParam().function(0, &message));
+}
+
+TEST_P(request, without_a_log_folder_is_refused_all_the_same) {
+    assertions.set(support::fake_assertion_log::scenario::missing_folder);
+    EXPECT_EQ(GetParam().function(0, &message), PM_ERR_INVALID_PARAM);
+    EXPECT_EQ(output.take(), GetParam().printed_refusal);
+    EXPECT_THAT(support::call_log::take(), IsEmpty());
+}
+
+TEST_P(request, frees_its_payload_and_returns_the_error_of_a_failed_send) {
+    transport.will_send(-1, 113);
+    EXPECT_EQ(make(), 113U);
+    EXPECT_EQ(output.take(), GetParam().printed_send_failure);
+    calls log = support::call_log::take();
+    EXPECT_EQ(log.back(), asked_error);
+    if (GetParam().payload_size == 0) return;
+    log.pop_back();
+    EXPECT_EQ(log.back(), "free(23)");
+    EXPECT_EQ(log.front(), "malloc(23)");
+}
+
+TEST_P(request, passes_another_result_of_a_send_on) {
+    transport.will_send(5);
+    EXPECT_EQ(make(), 5U);
+    EXPECT_THAT(support::call_log::take(), testing::Not(testing::Contains(asked_error)));
+    transport.drop(transport.latest());
+}
+
+TEST_P(request, sends_nothing_without_memory) {
+    if (GetParam().payload_size == 0) {
+        transport.will_send(-1, 1);
+        heap.fail_allocation(1);
+        EXPECT_EQ(make(), 1U);
+        EXPECT_THAT(support::call_log::take(), testing::Contains(testing::StartsWith("mts_send")));
+        return;
+    }
+    heap.fail_allocation(1);
+    EXPECT_EQ(make(), 1U);
+    EXPECT_THAT(support::call_log::take(), ElementsAre("malloc(23) fails"));
+    EXPECT_THAT(output.take(),
+                MatchesRegex("\\(Error\\) Malloc Failure in infra/port_manager/lib/pm_api_common/port_info_request\\.cc"
+                             "\\[[1-9][0-9]*\\] for size 23\n" +
+                             std::string(GetParam().allocating_function) + ": malloc failure, size\\(23\\)\n"));
+}
+
+INSTANTIATE_TEST_SUITE_P(functions, request, testing::ValuesIn(requests),
+                         [](const auto &each) { return std::string(each.param.name); });
+
+TEST_P(send_only_request, leaves_its_request_to_the_caller) {
+    transport.will_send();
+    EXPECT_EQ(make(), 0U);
+    EXPECT_EQ(mts_rr_token_get(&message), token);
+    transport.drop(message);
+}
+
+TEST_P(send_only_request, frees_its_payload_right_after_the_send) {
+    transport.will_send();
+    make();
+    const calls log = support::call_log::take();
+    if (GetParam().payload_size != 0) {
+        EXPECT_EQ(log.back(), "free(23)");
+        EXPECT_TRUE(log.at(log.size() - 2).starts_with("mts_send")) << log.at(log.size() - 2);
+    } else {
+        EXPECT_TRUE(log.back().starts_with("mts_send")) << log.back();
+    }
+    transport.drop(message);
+}
+
+INSTANTIATE_TEST_SUITE_P(functions, send_only_request, testing::ValuesIn(chosen(false)),
+                         [](const auto &each) { return std::string(each.param.name); });
+
+TEST_P(blocking_request, without_a_response_is_refused_and_reported) {
+    expect_refusal(GetParam().function(handle, nullptr));
+}
+
+TEST_P(blocking_request, without_handle_and_response_is_reported_once) {
+    expect_refusal(GetParam().function(0, nullptr));
+}
+
+TEST_P(blocking_request, receives_the_answer_to_its_request_and_drops_the_request) {
+    transport.will_send();
+    transport.will_receive();
+    transport.will_drop();
+    EXPECT_EQ(make(), 0U);
+    const calls log = support::call_log::take();
+    EXPECT_EQ(calls(log.end() - 3, log.end()), (calls{asked_token, received, dropped}));
+    transport.drop(message);
+}
+
+TEST_P(blocking_request, receives_nothing_after_a_failed_send) {
+    transport.will_send(-1, 113);
+    EXPECT_EQ(make(), 113U);
+    output.take();
+}
+
+TEST_P(blocking_request, returns_the_error_of_a_failed_receive) {
+    transport.will_send();
+    transport.will_receive(-1, 110);
+    transport.will_drop();
+    EXPECT_EQ(make(), 110U);
+    const calls log = support::call_log::take();
+    EXPECT_EQ(calls(log.end() - 4, log.end()), (calls{asked_token, received, asked_error, dropped}));
+}
+
+TEST_P(blocking_request, returns_the_error_of_a_failed_drop_after_a_good_receive) {
+    transport.will_send();
+    transport.will_receive();
+    transport.will_drop(-1, 9);
+    EXPECT_EQ(make(), 9U);
+    const calls log = support::call_log::take();
+    EXPECT_EQ(calls(log.end() - 3, log.end()), (calls{received, dropped, asked_error}));
+    transport.drop(message);
+}
+
+TEST_P(blocking_request, returns_the_error_of_the_drop_when_both_fail) {
+    transport.will_send();
+    transport.will_receive(-1, 110);
+    transport.will_drop(-1, 9);
+    EXPECT_EQ(make(), 9U);
+    const calls log = support::call_log::take();
+    EXPECT_EQ(calls(log.end() - 4, log.end()), (calls{received, asked_error, dropped, asked_error}));
+}
+
+TEST_P(blocking_request, receives_once_even_when_it_is_interrupted) {
+    transport.will_send();
+    transport.will_receive(-1, 4);
+    transport.will_drop();
+    EXPECT_EQ(make(), 4U);
+}
+
+TEST_P(blocking_request, takes_any_result_but_minus_1_for_a_success) {
+    transport.will_send();
+    transport.will_receive(3);
+    transport.will_drop(2);
+    EXPECT_EQ(make(), 0U);
+    transport.drop(message);
+}
+
+INSTANTIATE_TEST_SUITE_P(functions, blocking_request, testing::ValuesIn(chosen(true)),
+                         [](const auto &each) { return std::string(each.param.name); });
+
+// ---- full and brief queries
+
+struct query_case {
+    const char *name;
+    uint32_t opcode;
+    decltype(pm_send_get_port_info) *send;
+    decltype(pm_get_port_info) *get;
+};
+
+void PrintTo(const query_case &query, std::ostream *to) {
+    *to << query.name;
+}
+
+class port_info_query : public support::library_test, public testing::WithParamInterface<query_case> {
+  protected:
+    // Sends about ranges; distinct bytes everywhere else.
+    uint32_t send(uint8_t mode, uint32_t count, const pm_if_index_range_t *about) {
+        return GetParam().send(handle, mode, 0x10203040, 0x50607080, 0x91, 0xa2, count, about, &message);
+    }
+
+    uint32_t send_all(const ranges &about) { return send(0, static_cast<uint32_t>(about.size()), about.data()); }
+
+    static payload header(uint8_t mode, uint32_t count) {
+        return payload().u8(mode).be32(0x10203040).be32(0x50607080).u8(0x91).u8(0xa2).be32(count);
+    }
+
+    [[nodiscard]] std::string send_name() const { return std::string("pm_send_get_") + GetParam().name; }
+    [[nodiscard]] std::string get_name() const { return std::string("pm_get_") + GetParam().name; }
+
+    void expect_refusals(uint8_t mode, uint32_t count, const pm_if_index_range_t *about) {
+        EXPECT_EQ(GetParam().send(handle, mode, 0, 0, 0, 0, count, about, &message), PM_ERR_INVALID_PARAM);
+        EXPECT_THAT(assertions.take(), ElementsAre("port_info_request.cc: " + send_name()));
+        EXPECT_EQ(GetParam().get(handle, mode, 0, 0, 0, 0, count, about, &message), PM_ERR_INVALID_PARAM);
+        EXPECT_THAT(assertions.take(), ElementsAre("port_info_request.cc: " + get_name()));
+        EXPECT_THAT(support::call_log::take(), IsEmpty());
+    }
+
+    mts_msg_t message{};
+};
+
+TEST_P(port_info_query, sends_header_and_range) {
+    transport.will_send();
+    EXPECT_EQ(send_all({{0x01020304, 0x05060708}}), 0U);
+    EXPECT_THAT(support::call_log::take(),
+                ElementsAre("malloc(23)", "hton_if_index(0x01020304)", "hton_if_index(0x05060708)",
+                            "if_index_get_type(0x01020304)",
+                            sent(43, GetParam().opcode, header(0, 1).be32(0x01020304).be32(0x05060708)), "free(23)"));
+    transport.drop(message);
+}
+
+TEST_P(port_info_query, goes_to_the_owner_of_the_first_index_of_the_first_range) {
+    const std::pair<if_index_t, uint32_t> owners[] = {{0x01000000, 43},  {0x02000000, 45},  {0x05000000, 179},
+                                                      {0x14000000, 175}, {0x1a000000, 175}, {0xfe000000, 43}};
+    for (const auto &[first, sap] : owners) {
+        transport.will_send();
+        EXPECT_EQ(send_all({{first, 0x02000009}, {0x05000000, 0x02000000}}), 0U);
+        const calls log = support::call_log::take();
+        EXPECT_EQ(
+            log.at(log.size() - 2),
+            sent(sap, GetParam().opcode, header(0, 2).be32(first).be32(0x02000009).be32(0x05000000).be32(0x02000000)));
+        transport.drop(message);
+    }
+}
+
+TEST_P(port_info_query, goes_to_the_owner_of_a_port_channel_without_asking_for_a_member) {
+    interfaces.map_count = 1;
+    interfaces.map_member = 0x02000000;
+    transport.will_send();
+    EXPECT_EQ(send_all({{0x04001000, 0x04001000}}), 0U);
+    const calls log = support::call_log::take();
+    EXPECT_EQ(log.at(log.size() - 2), sent(175, GetParam().opcode, header(0, 1).be32(0x04001000).be32(0x04001000)));
+    EXPECT_THAT(log, testing::Not(testing::Contains(testing::StartsWith("cmi_req_resp"))));
+    transport.drop(message);
+}
+
+TEST_P(port_info_query, goes_to_the_port_manager_when_the_first_index_has_no_type) {
+    interfaces.without_type = {0x02000000};
+    transport.will_send();
+    EXPECT_EQ(send_all({{0x02000000, 0x02000001}}), 0U);
+    EXPECT_EQ(output.take(), "pm_get_mts_sap: if_index_get_type failed\n");
+    const calls log = support::call_log::take();
+    EXPECT_EQ(log.at(log.size() - 2), sent(43, GetParam().opcode, header(0, 1).be32(0x02000000).be32(0x02000001)));
+    transport.drop(message);
+}
+
+TEST_P(port_info_query, puts_interface_indexes_on_the_wire_as_the_platform_does) {
+    interfaces.wire_mask = 0xffffffff;
+    transport.will_send();
+    EXPECT_EQ(send_all({{0x01020304, 0x05060708}}), 0U);
+    EXPECT_THAT(support::call_log::take(),
+                testing::Contains(sent(43, GetParam().opcode, header(0, 1).be32(0xfefdfcfb).be32(0xfaf9f8f7))));
+    transport.drop(message);
+}
+
+TEST_P(port_info_query, sends_a_thousand_ranges) {
+    payload expected = header(0, 1000);
+    ranges about;
+    for (uint32_t i = 0; i < 1000; ++i) {
+        about.push_back({0x01000000 + i, 0x02000000 + i});
+        expected.be32(0x01000000 + i).be32(0x02000000 + i);
+    }
+    transport.will_send();
+    EXPECT_EQ(send_all(about), 0U);
+    const calls log = support::call_log::take();
+    EXPECT_EQ(log.front(), "malloc(8015)");
+    EXPECT_EQ(log.at(log.size() - 2), sent(43, GetParam().opcode, expected));
+    transport.drop(message);
+}
+
+TEST_P(port_info_query, of_all_ports_sends_the_header_alone_to_the_port_manager) {
+    for (const uint32_t count : {0U, 1U, 3U, 0x20000000U, 0xffffffffU}) {
+        const ranges about{{0x02000000, 0x02000001}, {0x02000000, 0x02000001}, {0x02000000, 0x02000001}};
+        transport.will_send();
+        EXPECT_EQ(send(1, count, about.data()), 0U);
+        EXPECT_THAT(support::call_log::take(),
+                    ElementsAre("malloc(15)", sent(43, GetParam().opcode, header(1, count)), "free(15)"));
+        transport.drop(message);
+    }
+}
+
+TEST_P(port_info_query, of_all_ports_needs_no_ranges) {
+    transport.will_send();
+    EXPECT_EQ(send(1, 3, nullptr), 0U);
+    transport.drop(message);
+}
+
+TEST_P(port_info_query, blocking_passes_every_argument_on) {
+    const ranges about{{0x02020304, 0x05060708}};
+    transport.will_send();
+    transport.will_receive();
+    transport.will_drop();
+    EXPECT_EQ(GetParam().get(handle, 0, 0x10203040, 0x50607080, 0x91, 0xa2, 1, about.data(), &message), 0U);
+    EXPECT_THAT(support::call_log::take(),
+                ElementsAre("malloc(23)", "hton_if_index(0x02020304)", "hton_if_index(0x05060708)",
+                            "if_index_get_type(0x02020304)",
+                            sent(45, GetParam().opcode, header(0, 1).be32(0x02020304).be32(0x05060708)), "free(23)",
+                            asked_token, received, dropped));
+    transport.drop(message);
+}
+
+TEST_P(port_info_query, blocking_of_all_ports_is_valid_without_ranges) {
+    transport.will_send();
+    transport.will_receive();
+    transport.will_drop();
+    EXPECT_EQ(GetParam().get(handle, 1, 0x10203040, 0x50607080, 0x91, 0xa2, 0, nullptr, &message), 0U);
+    EXPECT_EQ(support::call_log::take().at(1), sent(43, GetParam().opcode, header(1, 0)));
+    transport.drop(message);
+}
+
+TEST_P(port_info_query, of_no_range_is_refused) {
+    expect_refusals(0, 0, one_range.data());
+}
+
+TEST_P(port_info_query, of_null_ranges_is_refused) {
+    expect_refusals(0, 1, nullptr);
+}
+
+TEST_P(port_info_query, of_any_other_mode_is_refused) {
+    for (int mode = 2; mode < 256; ++mode)
+        expect_refusals(static_cast<uint8_t>(mode), 1, one_range.data());
+}
+
+// The size is told cut to 32 bits.
+struct size_case {
+    uint32_t count;
+    const char *size;
+};
+
+TEST_P(port_info_query, that_does_not_fit_in_32_bits_is_a_failed_allocation) {
+    const size_case sizes[] = {{0x20000000, "15"}, {0x1fffffff, "7"}, {0x20000001, "23"}, {0xffffffff, "7"}};
+    for (const auto &[count, size] : sizes) {
+        EXPECT_EQ(send(0, count, one_range.data()), 1U);
+        EXPECT_THAT(support::call_log::take(), IsEmpty());
+        EXPECT_THAT(
+            output.take(),
+            MatchesRegex("\\(Error\\) Malloc Failure in "
+                         "infra/port_manager/lib/pm_api_common/port_info_request\\.cc\\[[0-9]+\\] for size " +
+                         std::string(size) + "\n" + send_name() + ": malloc failure, size\\(" + size + "\\)\n"));
+    }
+}
+
+TEST_P(port_info_query, of_the_most_ranges_that_fit_allocates_all_of_them) {
+    heap.fail_allocation(1);
+    EXPECT_EQ(send(0, 0x1ffffffe, one_range.data()), 1U);
+    EXPECT_THAT(support::call_log::take(), ElementsAre("malloc(4294967295) fails"));
+    EXPECT_THAT(output.take(), testing::EndsWith(send_name() + ": malloc failure, size(-1)\n"));
+}
+
+TEST_P(port_info_query, blocking_that_does_not_fit_in_32_bits_sends_nothing) {
+    EXPECT_EQ(GetParam().get(handle, 0, 0, 0, 0, 0, 0x20000000, one_range.data(), &message), 1U);
+    EXPECT_THAT(support::call_log::take(), IsEmpty());
+    EXPECT_THAT(output.take(), testing::EndsWith(send_name() + ": malloc failure, size(15)\n"));
+}
+
+INSTANTIATE_TEST_SUITE_P(kinds, port_info_query,
+                         testing::Values(query_case{"port_info", 324, pm_send_get_port_info, pm_get_port_info},
+                                         query_case{"port_info_brief", 3141, pm_send_get_port_info_brief,
+                                                    pm_get_port_info_brief}),
+                         [](const auto &each) { return std::string(each.param.name); });
+
+// ---- one range
+
+class port_info_range : public support::library_test {
+  protected:
+    static payload expected(if_index_t first, if_index_t last) {
+        return payload().u8(0).be32(0).be32(0).u8(0).u8(0).be32(1).be32(first).be32(last);
+    }
+
+    mts_msg_t message{};
+};
+
+TEST_F(port_info_range, sends_a_full_query_of_23_bytes) {
+    transport.will_send();
+    EXPECT_EQ(pm_send_get_port_info_range(handle, 0x02030405, 0x02060708, &message), 0U);
+    EXPECT_THAT(support::call_log::take(), ElementsAre("malloc(23)", "hton_if_index(0x02030405)",
+                                                       "hton_if_index(0x02060708)", "if_index_get_type(0x02030405)",
+                                                       sent(45, 324, expected(0x02030405, 0x02060708)), "free(23)"));
+    transport.drop(message);
+}
+
+TEST_F(port_info_range, may_end_before_it_begins) {
+    transport.will_send();
+    EXPECT_EQ(pm_send_get_port_info_range(handle, 0x01000009, 0x01000001, &message), 0U);
+    EXPECT_THAT(support::call_log::take(), testing::Contains(sent(43, 324, expected(0x01000009, 0x01000001))));
+    transport.drop(message);
+}
+
+TEST_F(port_info_range, blocks_for_its_answer) {
+    transport.will_send();
+    transport.will_receive();
+    transport.will_drop();
+    EXPECT_EQ(pm_get_port_info_range(handle, 0x02030405, 0x02060708, &message), 0U);
+    EXPECT_THAT(support::call_log::take(), ElementsAre("malloc(23)", testing::_, testing::_, testing::_,
+                                                       sent(45, 324, expected(0x02030405, 0x02060708)), "free(23)",
+                                                       asked_token, received, dropped));
+    transport.drop(message);
+}
+
+// ---- the next port
+
+class next_port : public support::library_test {
+  protected:
+    // The calls of the classification of a channel that is no sub-interface and has no members.
+    static calls classified(if_index_t channel) {
+        const std::string index = index_text(channel);
+        return {"if_index_get_type(" + index + ")", "if_index_is_port_channel_sub_interface(" + index + ")",
+                "pdb_get_chassis_type(0)", "pcmap_get_port_channel(" + index + ")"};
+    }
+
+    // The calls that lead to a channel's member query.
+    static calls asked_member(if_index_t channel, if_index_t asked) {
+        const std::string index = index_text(channel);
+        return classified(channel) + calls{"if_index_get_type(" + index + ")",
+                                           "if_index_is_port_channel_sub_interface(" + index + ")",
+                                           "hton_if_index(" + index_text(asked) + ")",
+                                           "cmi_req_resp(624, 2, <" + support::hex(payload().be32(asked).fill(524, 0)) +
+                                               ">, 528, 0, 0, 34, 0x55667788, 5)"};
+    }
+
+    // Sends about a channel and tells the calls behind the conversion of the index, which may come at any time.
+    calls send(if_index_t if_index) {
+        transport.will_send();
+        EXPECT_EQ(pm_send_get_next_port_info(handle, if_index, &message), 0U);
+        transport.drop(message);
+        calls log = support::call_log::take();
+        EXPECT_EQ(log.front(), "hton_if_index(" + index_text(if_index) + ")");
+        log.erase(log.begin());
+        return log;
+    }
+
+    static std::string sent_to(uint32_t sap, if_index_t if_index) { return sent(sap, 325, payload().be32(if_index)); }
+
+    mts_msg_t message{};
+};
+
+TEST_F(next_port, sends_the_index_and_allocates_nothing) {
+    EXPECT_THAT(send(0x01020304),
+                ElementsAre("if_index_get_type(0x01020304)", "if_index_get_type(0x01020304)", sent_to(43, 0x01020304)));
+}
+
+TEST_F(next_port, puts_the_index_on_the_wire_as_the_platform_does) {
+    interfaces.wire_mask = 0xffffffff;
+    EXPECT_EQ(send(0x01020304).back(), sent_to(43, 0xfefdfcfb));
+}
+
+TEST_F(next_port, goes_to_the_owner_of_the_index) {
+    for (uint32_t type = 0; type < 256; ++type) {
+        if (type == 4 || type == 22) continue;
+        const if_index_t if_index = type << 24 | 0x1234;
+        const uint32_t sap = type == 2 ? 45 : type == 5 ? 179 : type == 20 || type == 26 ? 175 : 43;
+        EXPECT_EQ(send(if_index).back(), sent_to(sap, if_index)) << "type " << type;
+    }
+}
+
+TEST_F(next_port, goes_to_the_port_manager_when_the_index_has_no_type) {
+    interfaces.without_type = {0x04001000};
+    EXPECT_EQ(send(0x04001000).back(), sent_to(43, 0x04001000));
+    EXPECT_EQ(output.take(), "pm_get_mts_sap: if_index_get_type failed\n");
+}
+
+TEST_F(next_port, blocks_for_its_answer) {
+    transport.will_send();
+    transport.will_receive();
+    transport.will_drop();
+    EXPECT_EQ(pm_get_next_port_info(handle, 0x02000000, &message), 0U);
+    EXPECT_THAT(support::call_log::take(), ElementsAre(testing::_, testing::_, testing::_, sent_to(45, 0x02000000),
+                                                       asked_token, received, dropped));
+    transport.drop(message);
+}
+
+// Both kinds of port channel.
+class next_of_channel : public next_port, public testing::WithParamInterface<if_index_t> {};
+
+TEST_P(next_of_channel, goes_to_the_owner_of_the_member_that_the_query_names) {
+    const std::pair<if_index_t, uint32_t> owners[] = {{0x02000001, 45},  {0x01000001, 43},  {0x05000001, 179},
+                                                      {0x14000001, 175}, {0x1a000001, 175}, {0xfe000001, 43}};
+    for (const auto &[member, sap] : owners) {
+        transport.will_answer_query(0, payload().be32(member).fill(524, 0xee));
+        const std::string index = index_text(member);
+        EXPECT_EQ(send(GetParam()), asked_member(GetParam(), GetParam()) +
+                                        calls{"ntoh_if_index() = " + index, "if_index_get_type(" + index + ")",
+                                              "free(answer)", sent_to(sap, GetParam())});
+    }
+}
+
+TEST_P(next_of_channel, takes_an_answer_of_4_bytes) {
+    transport.will_answer_query(0, payload().be32(0x02000001));
+    EXPECT_EQ(send(GetParam()).back(), sent_to(45, GetParam()));
+}
+
+TEST_P(next_of_channel, classifies_a_member_that_is_a_channel) {
+    interfaces.map_count = 1;
+    interfaces.map_member = 0x02000001;
+    transport.will_answer_query(0, payload().be32(0x04000001));
+    EXPECT_EQ(send(GetParam()).back(), sent_to(175, GetParam()));
+}
+
+TEST_P(next_of_channel, goes_to_175_when_the_query_fails) {
+    for (const uint32_t result : {1U, 22U, 0xffffffffU}) {
+        transport.will_answer_query(result, {});
+        EXPECT_EQ(send(GetParam()), asked_member(GetParam(), GetParam()) + calls{sent_to(175, GetParam())});
+    }
+}
+
+TEST_P(next_of_channel, leaves_the_answer_of_a_failed_query_alone) {
+    transport.will_answer_query(1, payload().be32(0x02000001));
+    EXPECT_EQ(send(GetParam()), asked_member(GetParam(), GetParam()) + calls{sent_to(175, GetParam())});
+    EXPECT_EQ(heap.live_blocks(), 1);
+    transport.free_answer();
+}
+
+TEST_P(next_of_channel, goes_to_its_own_owner_when_the_query_has_no_answer) {
+    transport.will_answer_query(0, {});
+    EXPECT_EQ(send(GetParam()), asked_member(GetParam(), GetParam()) + calls{sent_to(43, GetParam())});
+    interfaces.map_count = 1;
+    interfaces.map_member = 0x02000001;
+    transport.will_answer_query(0, {});
+    EXPECT_EQ(send(GetParam()).back(), sent_to(175, GetParam()));
+}
+
+TEST_P(next_of_channel, goes_to_175_and_frees_an_answer_that_is_too_short) {
+    for (uint32_t size = 0; size < 4; ++size) {
+        transport.will_answer_query(0, bytes(size, 2));
+        EXPECT_EQ(send(GetParam()),
+                  asked_member(GetParam(), GetParam()) + calls{"free(answer)", sent_to(175, GetParam())});
+    }
+}
+
+TEST_P(next_of_channel, goes_to_the_port_manager_when_the_member_has_no_type) {
+    interfaces.without_type = {0x02000001};
+    transport.will_answer_query(0, payload().be32(0x02000001));
+    EXPECT_EQ(send(GetParam()).back(), sent_to(43, GetParam()));
+    EXPECT_EQ(output.take(), "pm_get_mts_sap: if_index_get_type failed\n");
+}
+
+TEST_P(next_of_channel, goes_to_175_without_a_query_for_a_sub_interface) {
+    interfaces.channel_sub_interfaces = {GetParam()};
+    const std::string index = index_text(GetParam());
+    EXPECT_EQ(send(GetParam()),
+              (calls{"if_index_get_type(" + index + ")", "if_index_is_port_channel_sub_interface(" + index + ")",
+                     "if_index_get_type(" + index + ")", "if_index_is_port_channel_sub_interface(" + index + ")",
+                     sent_to(175, GetParam())}));
+}
+
+TEST_P(next_of_channel, frees_the_answer_when_the_send_fails) {
+    transport.will_answer_query(0, payload().be32(0x02000001));
+    transport.will_send(-1, 113);
+    EXPECT_EQ(pm_send_get_next_port_info(handle, GetParam(), &message), 113U);
+    EXPECT_EQ(heap.live_blocks(), 0);
+}
+
+INSTANTIATE_TEST_SUITE_P(types, next_of_channel, testing::Values(0x04001000U, 0x16001000U),
+                         [](const auto &each) { return "type_" + std::to_string(each.param >> 24); });
+
+TEST_F(next_port, asks_for_a_member_of_index_0_when_the_index_is_the_special_one) {
+    interfaces.special_types[0x84ffffff] = 4;
+    transport.will_answer_query(0, payload().be32(0x02000001));
+    EXPECT_EQ(send(0x84ffffff),
+              asked_member(0x84ffffff, 0) + calls{"ntoh_if_index() = 0x02000001", "if_index_get_type(0x02000001)",
+                                                  "free(answer)", sent_to(45, 0x84ffffff)});
+}
+
+}  // namespace
