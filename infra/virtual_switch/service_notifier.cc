@@ -38,17 +38,11 @@ uint64_t monotonic_microseconds() {
 
 }  // namespace
 
-void notify_ready() {
-    notify("READY=1");
-}
+void notify_ready() { notify("READY=1"); }
 
 // The manager matches the READY that follows by the time.
-void notify_reloading() {
-    notify("RELOADING=1\nMONOTONIC_USEC=" + std::to_string(monotonic_microseconds()));
-}
+void notify_reloading() { notify("RELOADING=1\nMONOTONIC_USEC=" + std::to_string(monotonic_microseconds())); }
 
-void notify_stopping() {
-    notify("STOPPING=1");
-}
+void notify_stopping() { notify("STOPPING=1"); }
 
 }  // namespace virtual_switch

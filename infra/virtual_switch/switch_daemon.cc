@@ -23,9 +23,7 @@
 namespace virtual_switch {
 namespace {
 
-[[noreturn]] void fail(const std::string &what) {
-    throw std::runtime_error(what + ": " + std::strerror(errno));
-}
+[[noreturn]] void fail(const std::string &what) { throw std::runtime_error(what + ": " + std::strerror(errno)); }
 
 std::string find_runtime_dir() {
     std::array<char, PATH_MAX> path{};
@@ -67,8 +65,7 @@ switch_daemon::~switch_daemon() {
 void switch_daemon::take_signals() {
     sigset_t signals;
     sigemptyset(&signals);
-    for (const int signal : {SIGTERM, SIGINT, SIGHUP})
-        sigaddset(&signals, signal);
+    for (const int signal : {SIGTERM, SIGINT, SIGHUP}) sigaddset(&signals, signal);
     sigprocmask(SIG_BLOCK, &signals, nullptr);
     signal_fd_ = signalfd(-1, &signals, SFD_CLOEXEC | SFD_NONBLOCK);
     if (signal_fd_ < 0) fail("signalfd");
@@ -81,8 +78,7 @@ void switch_daemon::add_services() {
         if (mts_server_add_service(server_.get(), MTS_NODE_SUPERVISOR, sap, service, &model_) == 0) return;
         fail("SAP " + std::to_string(sap) + " in " + runtime_dir_);
     };
-    for (const uint32_t sap : port_service_saps)
-        add(sap, port_service);
+    for (const uint32_t sap : port_service_saps) add(sap, port_service);
     add(PM_SAP_CHANNEL_MEMBER, channel_member_service);
 }
 

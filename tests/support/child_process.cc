@@ -20,8 +20,7 @@ constexpr std::chrono::milliseconds limit{limit_ms};
 
 std::vector<char *> pointers_to(std::vector<std::string> &texts) {
     std::vector<char *> pointers;
-    for (std::string &text : texts)
-        pointers.push_back(text.data());
+    for (std::string &text : texts) pointers.push_back(text.data());
     pointers.push_back(nullptr);
     return pointers;
 }
@@ -41,8 +40,7 @@ child_process::child_process(std::vector<std::string> command) {
     }
     const int error =
         posix_spawn(&pid_, command.front().c_str(), &actions, nullptr, pointers_to(command).data(), environ);
-    for (const int fd : write_ends)
-        close(fd);
+    for (const int fd : write_ends) close(fd);
     posix_spawn_file_actions_destroy(&actions);
     if (error != 0) throw std::runtime_error("cannot run " + command.front());
 }
@@ -52,8 +50,7 @@ child_process::~child_process() {
         kill(pid_, SIGKILL);
         waitpid(pid_, nullptr, 0);
     }
-    for (const int fd : pipes_)
-        close(fd);
+    for (const int fd : pipes_) close(fd);
 }
 
 bool child_process::read_more(output from) {
@@ -83,9 +80,7 @@ std::string child_process::read_rest(output from) {
     return std::exchange(unread_[from], "");
 }
 
-void child_process::send(int signal) const {
-    kill(pid_, signal);
-}
+void child_process::send(int signal) const { kill(pid_, signal); }
 
 int child_process::wait() {
     const auto deadline = std::chrono::steady_clock::now() + limit;

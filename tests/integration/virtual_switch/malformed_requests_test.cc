@@ -68,8 +68,7 @@ TEST_F(malformed_requests, more_records_than_an_answer_holds) {
     bytes request(good.begin(), good.begin() + 15);
     pm::store_be16(&request[13], ranges);
     const bytes fc1_1_to_4{1, 0, 0, 0, 1, 0, 0x30, 0};
-    for (size_t i = 0; i < ranges; ++i)
-        request.insert(request.end(), fc1_1_to_4.begin(), fc1_1_to_4.end());
+    for (size_t i = 0; i < ranges; ++i) request.insert(request.end(), fc1_1_to_4.begin(), fc1_1_to_4.end());
     EXPECT_EQ(client_.ask(43, MTS_OPC_PM_GET_PORT_INFO, request), failure);
 }
 

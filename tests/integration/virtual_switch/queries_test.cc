@@ -18,8 +18,7 @@ class director_queries : public virtual_switch_test {
 
     [[nodiscard]] std::vector<std::string> all_names() const {
         std::vector<std::string> names;
-        for (const auto &[if_index, port] : model_.ports)
-            names.push_back(name_of(if_index));
+        for (const auto &[if_index, port] : model_.ports) names.push_back(name_of(if_index));
         return names;
     }
 };

@@ -31,13 +31,9 @@ virtual_switch_process::virtual_switch_process(const std::string &chassis_file)
     EXPECT_THAT(ready_line_, testing::StartsWith("pm-virtual-switch: ready: "));
 }
 
-client::client() : handle_(mts_dev_open()) {
-    EXPECT_NE(handle_, 0u);
-}
+client::client() : handle_(mts_dev_open()) { EXPECT_NE(handle_, 0u); }
 
-client::~client() {
-    mts_dev_close(handle_);
-}
+client::~client() { mts_dev_close(handle_); }
 
 answer<pm_port_info_t> client::range(const char *first, const char *last) const {
     mts_msg_t message{};
@@ -90,6 +86,4 @@ std::string name_of(if_index_t if_index) {
     return text.data();
 }
 
-pm_if_index_range_t range_of(const char *first, const char *last) {
-    return {index_of(first), index_of(last)};
-}
+pm_if_index_range_t range_of(const char *first, const char *last) { return {index_of(first), index_of(last)}; }

@@ -68,8 +68,7 @@ pm_if_index_range_t range_of(const char *first, const char *last);
 template <typename Record>
 std::vector<std::string> names_of(const std::vector<Record> &records) {
     std::vector<std::string> names;
-    for (const Record &record : records)
-        names.push_back(name_of(record.if_index));
+    for (const Record &record : records) names.push_back(name_of(record.if_index));
     return names;
 }
 
