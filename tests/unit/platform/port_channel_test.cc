@@ -16,13 +16,6 @@ constexpr if_index_t no_member = 0x04002000;
 constexpr if_index_t sixteen_members = 0x04003000;
 constexpr if_index_t unknown = 0x04004000;
 
-// A member of a record, in the byte order of the host.
-uint32_t word(const std::vector<uint8_t> &record, size_t offset) {
-    uint32_t value = 0;
-    memcpy(&value, record.data() + offset, sizeof value);
-    return value;
-}
-
 // A library loaded the way its callers do, for as long as the object lives.
 class loaded_library {
   public:

@@ -33,9 +33,9 @@ inline void write_sequenced(uint32_t &sequence, uint32_t *to, const uint32_t *fr
     shared_word(sequence).store(odd + 1, std::memory_order_release);
 }
 
-// An update takes some 20 microseconds; a reader waits this many times this long for a writer that lost its processor
-// within one, and then takes it for dead.
-inline constexpr int read_attempts = 200;
+// An update takes some 20 microseconds, but its writer may lose the processor within one, for long on a busy machine. A
+// reader waits this many times this long, most of a second, and then takes the writer for dead.
+inline constexpr int read_attempts = 5000;
 inline constexpr std::chrono::microseconds read_pause{100};
 
 // Returns what `read` returns, an optional, from a state without an update in it; nothing when there was none in time.
