@@ -29,6 +29,10 @@ namespace {
 fake_assertion_log *active = nullptr;
 constexpr std::string_view log_path = "/log/assert-backtrace";
 
+bool is_log_path(const char *path) {
+    return path == log_path;
+}
+
 // The text of a line of a file of the source tree.
 std::string source_line(const std::string &file, int number) {
     std::ifstream source(std::filesystem::path(SUPPORT_SOURCE_FOLDER) / file);
@@ -106,7 +110,7 @@ unsigned fake_assertion_log::permissions() const {
 
 int fake_assertion_log::open_log(int flags, unsigned mode) {
     // A descriptor that programs started later do not inherit is the same log.
-    add_call(fmt::format("open({:#o}, {:#o})", flags & ~O_CLOEXEC, mode));
+    calls_.push_back(fmt::format("open({:#o}, {:#o})", flags & ~O_CLOEXEC, mode));
     if (scenario_ == scenario::missing_folder) {
         errno = ENOENT;
         return -1;
@@ -114,6 +118,14 @@ int fake_assertion_log::open_log(int flags, unsigned mode) {
     if (scenario_ == scenario::descriptor_0) return 0;
     log_ = openat(AT_FDCWD, path_.c_str(), flags, mode);
     return log_;
+}
+
+void fake_assertion_log::add_call(const char *call) {
+    calls_.emplace_back(call);
+}
+
+void fake_assertion_log::add_call(const char *function, size_t size) {
+    calls_.push_back(fmt::format("{}({})", function, size));
 }
 
 void fake_assertion_log::add_system_log(int priority, const char *format) {
@@ -133,7 +145,7 @@ SUPPORT_INTERPOSER int open(const char *path, int flags, ...) {
         mode = va_arg(rest, unsigned);
         va_end(rest);
     }
-    if (active != nullptr && path == support::log_path) return active->open_log(flags, mode);
+    if (active != nullptr && support::is_log_path(path)) return active->open_log(flags, mode);
     return openat(AT_FDCWD, path, flags, mode);
 }
 
@@ -149,7 +161,7 @@ SUPPORT_INTERPOSER int fstat(int file, struct stat *status) noexcept {
 }
 
 SUPPORT_INTERPOSER ssize_t write(int file, const void *text, size_t size) {
-    if (active != nullptr && active->is_log(file)) active->add_call(fmt::format("write({})", size));
+    if (active != nullptr && active->is_log(file)) active->add_call("write", size);
     return syscall(SYS_write, file, text, size);
 }
 
@@ -164,7 +176,7 @@ SUPPORT_INTERPOSER int close(int file) {
 SUPPORT_INTERPOSER int backtrace(void **addresses, int size) {
     static int (*real)(void **, int);
     if (real == nullptr) real = reinterpret_cast<decltype(real)>(support::next_symbol("backtrace"));
-    if (active != nullptr) active->add_call(fmt::format("backtrace({})", size));
+    if (active != nullptr) active->add_call("backtrace", static_cast<size_t>(size));
     return real(addresses, size);
 }
 

@@ -40,7 +40,8 @@ class fake_assertion_log {
 
     // What the functions that stand in for the C library's ask and tell.
     int open_log(int flags, unsigned mode);
-    void add_call(std::string call) { calls_.push_back(std::move(call)); }
+    void add_call(const char *call);
+    void add_call(const char *function, size_t size);
     void add_system_log(int priority, const char *format);
     [[nodiscard]] bool is_log(int file) const { return log_ > 0 && file == log_; }
     [[nodiscard]] bool has_status() const { return scenario_ != scenario::no_status; }

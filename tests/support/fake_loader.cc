@@ -93,6 +93,11 @@ int32_t get_for_port(uint32_t first, uint32_t second) {
     return active->port_result;
 }
 
+char *take_error() {
+    call_log::add("dlerror()");
+    return const_cast<char *>(std::exchange(pending_error, nullptr));
+}
+
 // Where a symbol really is.
 void *address_of(std::string_view library, std::string_view symbol) {
     if (library == library_names[0] && symbol == "fsrv_sdb_subscriber_init") return reinterpret_cast<void *>(subscribe);
@@ -141,8 +146,7 @@ SUPPORT_INTERPOSER void *dlsym(void *handle, const char *symbol) {
 SUPPORT_INTERPOSER char *dlerror() {
     static char *(*real)();
     if (support::active != nullptr && support::is_library_code(__builtin_return_address(0))) {
-        support::call_log::add("dlerror()");
-        return const_cast<char *>(std::exchange(support::pending_error, nullptr));
+        return support::take_error();
     }
     if (real == nullptr) real = reinterpret_cast<decltype(real)>(support::next_symbol("dlerror"));
     return real();

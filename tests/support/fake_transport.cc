@@ -4,8 +4,8 @@
 #include <fmt/format.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstdlib>
-#include <cstring>
 #include <utility>
 
 #include "call_log.h"
@@ -125,7 +125,7 @@ uint32_t fake_transport::query(void **response, uint32_t *length) {
     const transport_step step = take(transport_step::call::query, "cmi_req_resp");
     if (step.answer) {
         *response = answer_ = std::malloc(step.answer->size());
-        std::memcpy(*response, step.answer->data(), step.answer->size());
+        std::ranges::copy(*step.answer, static_cast<uint8_t *>(*response));
         *length = step.length.value_or(static_cast<uint32_t>(step.answer->size()));
         heap_.follow(*response, "answer");
     }

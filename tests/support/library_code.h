@@ -3,7 +3,8 @@
 #ifndef SUPPORT_LIBRARY_CODE_H
 #define SUPPORT_LIBRARY_CODE_H
 
-// Not under a sanitizer: the functions that stand in for the C library's run before sanitizers are set up.
+// Not under a sanitizer: the functions that stand in for the C library's run before sanitizers are set up. They leave
+// everything that is more than a call to others, which are under it.
 #define SUPPORT_INTERPOSER                                                                          \
     extern "C" __attribute__((visibility("default"), no_sanitize("address", "undefined", "thread"), \
                               optimize("O2", "optimize-sibling-calls")))
