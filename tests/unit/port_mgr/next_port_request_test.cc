@@ -20,9 +20,7 @@ using unit::received;
 using unit::sent;
 using unit::operator+;
 
-std::string index_text(if_index_t if_index) {
-    return "0x" + support::hex(payload().be32(if_index));
-}
+std::string index_text(if_index_t if_index) { return "0x" + support::hex(payload().be32(if_index)); }
 
 class next_port : public support::library_test {
   protected:
@@ -103,10 +101,9 @@ TEST_P(next_of_channel, goes_to_the_owner_of_the_member_that_the_query_names) {
                                                       {0x14000001, 175}, {0x1a000001, 175}, {0xfe000001, 43}};
     for (const auto &[member, sap] : owners) {
         transport.will_answer_query(0, payload().be32(member).fill(524, 0xee));
-        const std::string index = index_text(member);
         EXPECT_EQ(send(GetParam()), asked_member(GetParam(), GetParam(),
-                                                 {"ntoh_if_index() = " + index, "if_index_get_type(" + index + ")",
-                                                  "free(answer)", sent_to(sap, GetParam())}));
+                                                 {"if_index_get_type(" + index_text(member) + ")", "free(answer)",
+                                                  sent_to(sap, GetParam())}));
     }
 }
 
@@ -181,9 +178,8 @@ INSTANTIATE_TEST_SUITE_P(types, next_of_channel, testing::Values(0x04001000U, 0x
 TEST_F(next_port, asks_for_a_member_of_index_0_when_the_index_is_the_special_one) {
     interfaces.special_types[0x84ffffff] = 4;
     transport.will_answer_query(0, payload().be32(0x02000001));
-    EXPECT_EQ(send(0x84ffffff), asked_member(0x84ffffff, 0,
-                                             {"ntoh_if_index() = 0x02000001", "if_index_get_type(0x02000001)",
-                                              "free(answer)", sent_to(45, 0x84ffffff)}));
+    EXPECT_EQ(send(0x84ffffff),
+              asked_member(0x84ffffff, 0, {"if_index_get_type(0x02000001)", "free(answer)", sent_to(45, 0x84ffffff)}));
 }
 
 }  // namespace
