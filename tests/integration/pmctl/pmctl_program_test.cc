@@ -45,8 +45,9 @@ std::vector<std::string> lines_of(const std::string &text) {
 }
 
 std::vector<std::string> names_in(const std::string &json_text) {
+    const auto document = nlohmann::json::parse(json_text);
     std::vector<std::string> names;
-    for (const auto &port : nlohmann::json::parse(json_text).at("interfaces")) names.push_back(port.at("name"));
+    for (const auto &port : document.at("interfaces")) names.push_back(port.at("name"));
     return names;
 }
 
