@@ -15,18 +15,14 @@ std::string hex(const void *from, size_t size) {
     return text;
 }
 
-std::string hex(const bytes &from) {
-    return hex(from.data(), from.size());
-}
+std::string hex(const bytes &from) { return hex(from.data(), from.size()); }
 
 payload &payload::u8(uint8_t value) {
     data_.push_back(value);
     return *this;
 }
 
-payload &payload::be16(uint16_t value) {
-    return u8(static_cast<uint8_t>(value >> 8)).u8(static_cast<uint8_t>(value));
-}
+payload &payload::be16(uint16_t value) { return u8(static_cast<uint8_t>(value >> 8)).u8(static_cast<uint8_t>(value)); }
 
 payload &payload::be32(uint32_t value) {
     return be16(static_cast<uint16_t>(value >> 16)).be16(static_cast<uint16_t>(value));

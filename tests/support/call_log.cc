@@ -10,12 +10,8 @@ std::vector<std::string> lines;
 
 }  // namespace
 
-void add(std::string line) {
-    lines.push_back(std::move(line));
-}
+void add(std::string line) { lines.push_back(std::move(line)); }
 
-std::vector<std::string> take() {
-    return std::exchange(lines, {});
-}
+std::vector<std::string> take() { return std::exchange(lines, {}); }
 
 }  // namespace support::call_log

@@ -29,16 +29,13 @@ namespace {
 fake_assertion_log *active = nullptr;
 constexpr std::string_view log_path = "/log/assert-backtrace";
 
-bool is_log_path(const char *path) {
-    return path == log_path;
-}
+bool is_log_path(const char *path) { return path == log_path; }
 
 // The text of a line of a file of the source tree.
 std::string source_line(const std::string &file, int number) {
     std::ifstream source(std::filesystem::path(SUPPORT_SOURCE_FOLDER) / file);
     std::string line;
-    for (int i = 0; i < number; ++i)
-        std::getline(source, line);
+    for (int i = 0; i < number; ++i) std::getline(source, line);
     return source ? line : "no such line";
 }
 
@@ -95,13 +92,9 @@ std::vector<std::string> fake_assertion_log::take() {
     return checks;
 }
 
-std::vector<std::string> fake_assertion_log::take_calls() {
-    return std::exchange(calls_, {});
-}
+std::vector<std::string> fake_assertion_log::take_calls() { return std::exchange(calls_, {}); }
 
-std::vector<std::string> fake_assertion_log::take_system_log() {
-    return std::exchange(system_log_, {});
-}
+std::vector<std::string> fake_assertion_log::take_system_log() { return std::exchange(system_log_, {}); }
 
 unsigned fake_assertion_log::permissions() const {
     struct stat status {};
@@ -120,9 +113,7 @@ int fake_assertion_log::open_log(int flags, unsigned mode) {
     return log_;
 }
 
-void fake_assertion_log::add_call(const char *call) {
-    calls_.emplace_back(call);
-}
+void fake_assertion_log::add_call(const char *call) { calls_.emplace_back(call); }
 
 void fake_assertion_log::add_call(const char *function, size_t size) {
     calls_.push_back(fmt::format("{}({})", function, size));

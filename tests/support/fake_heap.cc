@@ -34,13 +34,9 @@ fake_heap::fake_heap() {
     active = this;
 }
 
-fake_heap::~fake_heap() {
-    active = nullptr;
-}
+fake_heap::~fake_heap() { active = nullptr; }
 
-void fake_heap::follow(void *block, const char *name) {
-    remember({block, 0, name});
-}
+void fake_heap::follow(void *block, const char *name) { remember({block, 0, name}); }
 
 int fake_heap::live_blocks() const {
     return static_cast<int>(

@@ -20,13 +20,9 @@ static_assert(std::endian::native == std::endian::little);
 
 }  // namespace
 
-fake_interfaces::fake_interfaces() {
-    active = this;
-}
+fake_interfaces::fake_interfaces() { active = this; }
 
-fake_interfaces::~fake_interfaces() {
-    active = nullptr;
-}
+fake_interfaces::~fake_interfaces() { active = nullptr; }
 
 }  // namespace support
 

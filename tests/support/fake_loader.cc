@@ -116,13 +116,9 @@ void *find_symbol(const char *library, const char *symbol) {
 
 }  // namespace
 
-fake_loader::fake_loader() {
-    active = this;
-}
+fake_loader::fake_loader() { active = this; }
 
-fake_loader::~fake_loader() {
-    active = nullptr;
-}
+fake_loader::~fake_loader() { active = nullptr; }
 
 }  // namespace support
 

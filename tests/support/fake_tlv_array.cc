@@ -17,25 +17,17 @@ std::string place_of(const void *array) {
 
 }  // namespace
 
-fake_tlv_array::fake_tlv_array() {
-    active = this;
-}
+fake_tlv_array::fake_tlv_array() { active = this; }
 
-fake_tlv_array::~fake_tlv_array() {
-    active = nullptr;
-}
+fake_tlv_array::~fake_tlv_array() { active = nullptr; }
 
 void fake_tlv_array::add(uint16_t type, const bytes &value, uint16_t length) {
     elements_.push_back({0, type, length, std::make_unique<guarded_bytes>(value)});
 }
 
-void fake_tlv_array::add(uint16_t type, const bytes &value) {
-    add(type, value, static_cast<uint16_t>(value.size()));
-}
+void fake_tlv_array::add(uint16_t type, const bytes &value) { add(type, value, static_cast<uint16_t>(value.size())); }
 
-void fake_tlv_array::add_failure(uint32_t error) {
-    elements_.push_back({error, 0, 0, nullptr});
-}
+void fake_tlv_array::add_failure(uint32_t error) { elements_.push_back({error, 0, 0, nullptr}); }
 
 }  // namespace support
 

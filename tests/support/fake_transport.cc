@@ -37,13 +37,9 @@ std::string shown(const void *content, uint32_t size) {
 
 }  // namespace
 
-fake_transport::fake_transport(fake_heap &heap) : heap_(heap) {
-    active = this;
-}
+fake_transport::fake_transport(fake_heap &heap) : heap_(heap) { active = this; }
 
-fake_transport::~fake_transport() {
-    active = nullptr;
-}
+fake_transport::~fake_transport() { active = nullptr; }
 
 void fake_transport::will_send(int32_t result, uint32_t error) {
     script_.push_back({transport_step::call::send, result, error});
@@ -62,9 +58,7 @@ void fake_transport::will_answer_query(uint32_t result, std::optional<bytes> ans
         {transport_step::call::query, static_cast<int32_t>(result), 0, std::move(answer), std::move(length)});
 }
 
-void fake_transport::free_answer() {
-    std::free(std::exchange(answer_, nullptr));
-}
+void fake_transport::free_answer() { std::free(std::exchange(answer_, nullptr)); }
 
 mts_msg_t fake_transport::message(uint32_t opcode, const std::optional<bytes> &content, bool is_response) {
     const uint32_t id = next_id_++;
@@ -72,17 +66,13 @@ mts_msg_t fake_transport::message(uint32_t opcode, const std::optional<bytes> &c
     return named(id);
 }
 
-mts_msg_t fake_transport::latest() const {
-    return named(next_id_ - 1);
-}
+mts_msg_t fake_transport::latest() const { return named(next_id_ - 1); }
 
 void fake_transport::drop(const mts_msg_t &message) {
     if (find(&message) != nullptr) messages_.erase(message.word[1]);
 }
 
-const uint8_t *fake_transport::payload_of(const mts_msg_t &message) const {
-    return find(&message)->content->data();
-}
+const uint8_t *fake_transport::payload_of(const mts_msg_t &message) const { return find(&message)->content->data(); }
 
 void fake_transport::verify() const {
     EXPECT_EQ(script_.size(), 0U) << "steps of the transport's script that were not taken";

@@ -22,8 +22,6 @@ guarded_bytes::guarded_bytes(const bytes &content) : size_(content.size()) {
     mprotect(mapping_ + readable, page, PROT_NONE);
 }
 
-guarded_bytes::~guarded_bytes() {
-    munmap(mapping_, mapped_);
-}
+guarded_bytes::~guarded_bytes() { munmap(mapping_, mapped_); }
 
 }  // namespace support

@@ -31,8 +31,7 @@ class assertion : public support::library_test {
     [[nodiscard]] std::string text_behind_piece(int count) const {
         const std::string text = assertions.text();
         size_t begin = 0;
-        for (; count > 0; --count)
-            begin = text.find('\0', begin) + 1;
+        for (; count > 0; --count) begin = text.find('\0', begin) + 1;
         return text.substr(begin);
     }
 };

@@ -16,16 +16,14 @@ inline constexpr size_t base_record_size = 189;
 // Byte n holds n + 1: a port's index is 0x01020304.
 inline support::bytes base_record() {
     support::bytes record;
-    for (size_t i = 0; i < base_record_size; ++i)
-        record.push_back(static_cast<uint8_t>(i + 1));
+    for (size_t i = 0; i < base_record_size; ++i) record.push_back(static_cast<uint8_t>(i + 1));
     return record;
 }
 
 // The same, of another port.
 inline support::bytes base_record_of(if_index_t if_index) {
     support::bytes record = base_record();
-    for (size_t i = 0; i < 4; ++i)
-        record[i] = static_cast<uint8_t>(if_index >> (24 - 8 * i));
+    for (size_t i = 0; i < 4; ++i) record[i] = static_cast<uint8_t>(if_index >> (24 - 8 * i));
     return record;
 }
 

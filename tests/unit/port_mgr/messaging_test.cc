@@ -28,8 +28,7 @@ TEST_F(messaging, receive_returns_what_the_transport_returned) {
 
 TEST_F(messaging, receive_goes_on_while_it_is_interrupted) {
     constexpr int interruptions = 1000;
-    for (int i = 0; i < interruptions; ++i)
-        transport.will_receive(-1, 4);
+    for (int i = 0; i < interruptions; ++i) transport.will_receive(-1, 4);
     transport.will_receive(0);
     const mts_recv_options_t options{};
     EXPECT_EQ(pm_mts_recv_with_eintr(handle, &response, &options), 0);

@@ -51,9 +51,7 @@ class parse_test : public support::library_test {
     outputs<Record> out;
 };
 
-inline support::payload answer(uint32_t status, uint32_t count) {
-    return support::payload().be32(status).be32(count);
-}
+inline support::payload answer(uint32_t status, uint32_t count) { return support::payload().be32(status).be32(count); }
 
 // The first `size` bytes.
 inline support::bytes cut(const support::bytes &content, size_t size) {

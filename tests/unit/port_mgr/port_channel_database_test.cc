@@ -65,9 +65,7 @@ struct database_case {
     int32_t (*function)(void *record);
 };
 
-void PrintTo(const database_case &value, std::ostream *to) {
-    *to << value.name;
-}
+void PrintTo(const database_case &value, std::ostream *to) { *to << value.name; }
 
 class port_channel_database : public support::library_test, public testing::WithParamInterface<database_case> {
   protected:

@@ -23,8 +23,7 @@ using unit::report_start;
 payload brief_answer(uint32_t count) {
     payload all = answer(0, count);
     for (uint32_t record = 0; record < count; ++record) {
-        for (uint32_t i = 0; i < 51; ++i)
-            all.u8(static_cast<uint8_t>(i + 1 + 60 * record));
+        for (uint32_t i = 0; i < 51; ++i) all.u8(static_cast<uint8_t>(i + 1 + 60 * record));
     }
     return all;
 }
@@ -121,8 +120,7 @@ TEST_F(brief_response, does_not_look_at_the_size) {
 TEST_F(brief_response, reads_no_elements_behind_its_records) {
     elements.add(23, payload().be32(0x01020304).be32(7));
     EXPECT_EQ(parse(brief_answer(1).fill(40, 1)), 0U);
-    for (const std::string &call : support::call_log::take())
-        EXPECT_FALSE(call.starts_with("tlv_array")) << call;
+    for (const std::string &call : support::call_log::take()) EXPECT_FALSE(call.starts_with("tlv_array")) << call;
 }
 
 TEST_F(brief_response, without_ports_is_a_success_with_a_null_array) {

@@ -23,9 +23,7 @@ using unit::expected_record;
 constexpr if_index_t this_port = 0x01020304;
 constexpr if_index_t other_port = 0x01020305;
 
-bytes attribute(if_index_t if_index, const bytes &value) {
-    return payload().be32(if_index).append(value);
-}
+bytes attribute(if_index_t if_index, const bytes &value) { return payload().be32(if_index).append(value); }
 
 class port_info_record : public support::library_test {
   protected:
@@ -106,8 +104,7 @@ TEST_F(port_info_record, reads_no_elements_without_an_array) {
     elements.add(23, attribute(this_port, {1, 2, 3, 4}));
     support::call_log::take();
     EXPECT_EQ(pm_parse_port_info(base.data(), nullptr, &record), 0U);
-    for (const std::string &call : support::call_log::take())
-        EXPECT_TRUE(call.starts_with("ntoh_if_index")) << call;
+    for (const std::string &call : support::call_log::take()) EXPECT_TRUE(call.starts_with("ntoh_if_index")) << call;
     EXPECT_EQ(record.auto_neg, 0U);
 }
 
@@ -119,8 +116,7 @@ TEST_F(port_info_record, reads_no_element_of_an_empty_array) {
 
 TEST_F(port_info_record, counts_elements_once_and_reads_each_once) {
     elements.set_origin(base.data());
-    for (int i = 0; i < 3; ++i)
-        elements.add(105, attribute(this_port, {1, 2, 3, 4}));
+    for (int i = 0; i < 3; ++i) elements.add(105, attribute(this_port, {1, 2, 3, 4}));
     parse();
     EXPECT_THAT(support::call_log::take(),
                 ElementsAre(testing::_, testing::_, "tlv_array_get_num_tlvs(+0, 1)", "tlv_array_get_next_tlv(+0, 1, 0)",
@@ -130,8 +126,7 @@ TEST_F(port_info_record, counts_elements_once_and_reads_each_once) {
 TEST_F(port_info_record, allocates_nothing) {
     elements.add(23, attribute(this_port, {1, 2, 3, 4}));
     parse();
-    for (const std::string &call : support::call_log::take())
-        EXPECT_FALSE(call.starts_with("malloc")) << call;
+    for (const std::string &call : support::call_log::take()) EXPECT_FALSE(call.starts_with("malloc")) << call;
 }
 
 // ---- attributes: the value's four bytes are 81 92 a3 b4
@@ -142,9 +137,7 @@ struct attribute_case {
     const char *written;  // the bytes there
 };
 
-void PrintTo(const attribute_case &attribute, std::ostream *to) {
-    *to << "type " << attribute.type;
-}
+void PrintTo(const attribute_case &attribute, std::ostream *to) { *to << "type " << attribute.type; }
 
 constexpr const char *number = "b4a39281";
 constexpr const char *number_to_16 = "b4a3";
@@ -270,9 +263,7 @@ TEST_F(port_info_record, keeps_members_that_nothing_fills_zero) {
     EXPECT_THAT(record.reserved_58, testing::Each(0));
 }
 
-TEST_F(port_info_record, ignores_type_105) {
-    EXPECT_EQ(parse(105, {0x81, 0x92, 0xa3, 0xb4}), without_attributes);
-}
+TEST_F(port_info_record, ignores_type_105) { EXPECT_EQ(parse(105, {0x81, 0x92, 0xa3, 0xb4}), without_attributes); }
 
 // ---- the pair of types 91 and 92
 
@@ -286,9 +277,7 @@ TEST_F(port_info_record, holds_type_91_until_type_92_comes) {
     EXPECT_EQ(support::hex(bytes_of(record)), expected.replace(2 * 276, 12, "040302010807"));
 }
 
-TEST_F(port_info_record, writes_nothing_for_type_91_alone) {
-    EXPECT_EQ(parse(91, {1, 2, 3, 4}), without_attributes);
-}
+TEST_F(port_info_record, writes_nothing_for_type_91_alone) { EXPECT_EQ(parse(91, {1, 2, 3, 4}), without_attributes); }
 
 TEST_F(port_info_record, writes_nothing_for_type_91_after_type_92) {
     elements.add(92, attribute(this_port, {5, 6, 7, 8}));
@@ -329,8 +318,7 @@ TEST_F(port_info_record, holds_nothing_from_one_record_to_the_next) {
 
 bytes text_of_81() {
     bytes text;
-    for (uint8_t i = 0; i < 81; ++i)
-        text.push_back(static_cast<uint8_t>('0' + i));
+    for (uint8_t i = 0; i < 81; ++i) text.push_back(static_cast<uint8_t>('0' + i));
     return text;
 }
 
@@ -403,8 +391,7 @@ TEST_F(port_info_record, names_each_unknown_type_and_no_other) {
 
 TEST_F(port_info_record, knows_39_types) {
     int known = 0;
-    for (uint32_t type = 0; type <= 0xffff; ++type)
-        known += is_known(type) ? 1 : 0;
+    for (uint32_t type = 0; type <= 0xffff; ++type) known += is_known(type) ? 1 : 0;
     EXPECT_EQ(known, 39);
 }
 

@@ -34,9 +34,7 @@ struct request_case {
     std::function<uint32_t(mts_handle_t, mts_msg_t *)> function;
 };
 
-void PrintTo(const request_case &request, std::ostream *to) {
-    *to << request.name;
-}
+void PrintTo(const request_case &request, std::ostream *to) { *to << request.name; }
 
 constexpr if_index_t port = 0x01040000;
 const ranges one_range{{port, port + 1}};
@@ -95,9 +93,7 @@ std::vector<request_case> chosen(bool is_blocking) {
     return some;
 }
 
-TEST_P(request, without_a_handle_is_refused_and_reported) {
-    expect_refusal(GetParam().function(0, &message));
-}
+TEST_P(request, without_a_handle_is_refused_and_reported) { expect_refusal(GetParam().function(0, &message)); }
 
 TEST_P(request, without_a_log_folder_is_refused_all_the_same) {
     assertions.set(support::fake_assertion_log::scenario::missing_folder);
@@ -247,9 +243,7 @@ struct query_case {
     decltype(pm_get_port_info) *get;
 };
 
-void PrintTo(const query_case &query, std::ostream *to) {
-    *to << query.name;
-}
+void PrintTo(const query_case &query, std::ostream *to) { *to << query.name; }
 
 class port_info_query : public support::library_test, public testing::WithParamInterface<query_case> {
   protected:
@@ -387,17 +381,12 @@ TEST_P(port_info_query, blocking_of_all_ports_is_valid_without_ranges) {
     transport.drop(message);
 }
 
-TEST_P(port_info_query, of_no_range_is_refused) {
-    expect_refusals(0, 0, one_range.data());
-}
+TEST_P(port_info_query, of_no_range_is_refused) { expect_refusals(0, 0, one_range.data()); }
 
-TEST_P(port_info_query, of_null_ranges_is_refused) {
-    expect_refusals(0, 1, nullptr);
-}
+TEST_P(port_info_query, of_null_ranges_is_refused) { expect_refusals(0, 1, nullptr); }
 
 TEST_P(port_info_query, of_any_other_mode_is_refused) {
-    for (int mode = 2; mode < 256; ++mode)
-        expect_refusals(static_cast<uint8_t>(mode), 1, one_range.data());
+    for (int mode = 2; mode < 256; ++mode) expect_refusals(static_cast<uint8_t>(mode), 1, one_range.data());
 }
 
 // The size is told cut to 32 bits.

@@ -29,8 +29,7 @@ using unit::report_start;
 // A full answer about ports 1, 2, ... of type 1.
 payload full_answer(uint32_t count) {
     payload all = answer(0, count);
-    for (uint32_t i = 1; i <= count; ++i)
-        all.append(base_record_of(0x01000000 + i));
+    for (uint32_t i = 1; i <= count; ++i) all.append(base_record_of(0x01000000 + i));
     return all;
 }
 
@@ -79,8 +78,7 @@ TEST_F(full_response, that_ends_with_its_last_record_has_no_elements) {
     elements.add(23, payload().be32(0x01000001).be32(7));
     EXPECT_EQ(parse(full_answer(2)), 0U);
     EXPECT_EQ(out.records[0].auto_neg, 0U);
-    for (const std::string &call : support::call_log::take())
-        EXPECT_FALSE(call.starts_with("tlv_array")) << call;
+    for (const std::string &call : support::call_log::take()) EXPECT_FALSE(call.starts_with("tlv_array")) << call;
 }
 
 TEST_F(full_response, has_elements_in_a_single_byte_behind_its_last_record) {
@@ -99,8 +97,7 @@ TEST_F(full_response, gives_each_record_its_own_elements_and_all_of_them_the_own
     EXPECT_EQ(out.records[0].auto_neg, 8U);
     EXPECT_EQ(out.records[1].auto_neg, 7U);
     EXPECT_EQ(out.records[2].auto_neg, 0U);
-    for (int i = 0; i < 3; ++i)
-        EXPECT_STREQ(out.records[i].owner, "me");
+    for (int i = 0; i < 3; ++i) EXPECT_STREQ(out.records[i].owner, "me");
     EXPECT_THAT(support::call_log::take(), testing::Contains("tlv_array_get_next_tlv(+575, 1, 0)").Times(3));
 }
 
@@ -198,8 +195,7 @@ TEST_F(next_response, of_197_bytes_has_no_elements) {
     elements.add(23, payload().be32(0x01020304).be32(7));
     EXPECT_EQ(parse(answer(0, 1).append(base_record())), 0U);
     EXPECT_EQ(out.records->auto_neg, 0U);
-    for (const std::string &call : support::call_log::take())
-        EXPECT_FALSE(call.starts_with("tlv_array")) << call;
+    for (const std::string &call : support::call_log::take()) EXPECT_FALSE(call.starts_with("tlv_array")) << call;
 }
 
 TEST_F(next_response, of_198_bytes_has_elements_at_197) {

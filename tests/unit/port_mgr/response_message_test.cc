@@ -24,9 +24,7 @@ struct message_case {
     const char *missing_payload_line;
 };
 
-void PrintTo(const message_case &message, std::ostream *to) {
-    *to << message.name;
-}
+void PrintTo(const message_case &message, std::ostream *to) { *to << message.name; }
 
 template <auto parse, typename Record>
 uint32_t parse_as(const mts_msg_t *message, uint32_t *count, void **records) {
@@ -136,8 +134,7 @@ TEST_P(response_message, returns_its_status_first) {
 // Bytes 1, 2, 3, ...
 bytes rising(size_t size) {
     bytes content;
-    for (size_t i = 1; i <= size; ++i)
-        content.push_back(static_cast<uint8_t>(i));
+    for (size_t i = 1; i <= size; ++i) content.push_back(static_cast<uint8_t>(i));
     return content;
 }
 

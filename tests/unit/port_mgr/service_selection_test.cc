@@ -60,9 +60,7 @@ struct chassis_case {
     bool asks_database;  // else the map
 };
 
-void PrintTo(const chassis_case &chassis, std::ostream *to) {
-    *to << chassis.name;
-}
+void PrintTo(const chassis_case &chassis, std::ostream *to) { *to << chassis.name; }
 
 // One channel, whose members the chassis keeps where it does.
 class channel_kind : public service_selection, public testing::WithParamInterface<chassis_case> {

@@ -36,15 +36,13 @@ constexpr size_t max_gathered_payload = 1024;
 int send_gathered(int socket, const frame_header &header, const void *payload) {
     char frame[sizeof header + max_gathered_payload];
     std::memcpy(frame, &header, sizeof header);
-    if (header.payload_size > 0)
-        std::memcpy(frame + sizeof header, payload, header.payload_size);
+    if (header.payload_size > 0) std::memcpy(frame + sizeof header, payload, header.payload_size);
     return send(socket, frame, sizeof header + header.payload_size, MSG_DONTWAIT | MSG_NOSIGNAL) < 0 ? errno : 0;
 }
 
 int send_in_packet(int socket, frame_header &header, const void *payload) {
     header.place = payload_place::in_packet;
-    if (header.payload_size <= max_gathered_payload)
-        return send_gathered(socket, header, payload);
+    if (header.payload_size <= max_gathered_payload) return send_gathered(socket, header, payload);
     iovec parts[] = {{&header, sizeof header}, {const_cast<void *>(payload), header.payload_size}};
     msghdr packet{};
     packet.msg_iov = parts;
