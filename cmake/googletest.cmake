@@ -3,7 +3,7 @@
 
 add_subdirectory(/usr/src/googletest ${CMAKE_BINARY_DIR}/googletest EXCLUDE_FROM_ALL SYSTEM)
 foreach(target gtest gmock gtest_main gmock_main)
-  target_compile_options(${target} PRIVATE -w)
+  target_compile_options(${target} PRIVATE -w -O0)
 endforeach()
 include(GoogleTest)
 
