@@ -1,6 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
 // One request and its answer.
+#include <fcntl.h>
+
 #include <cstring>
+#include <filesystem>
+#include <set>
 
 #include "test_service.h"
 
@@ -9,6 +13,13 @@ namespace transport_test {
 namespace {
 
 constexpr uint32_t mebibyte = 1024 * 1024;
+
+std::set<int> open_descriptors() {
+    std::set<int> descriptors;
+    for (const auto &entry : std::filesystem::directory_iterator("/proc/self/fd"))
+        descriptors.insert(std::stoi(entry.path().filename()));
+    return descriptors;
+}
 
 TEST_F(transport, answers_from_another_process) {
     const service_process service;
@@ -145,6 +156,19 @@ TEST_F(transport, no_descriptor_stays_open) {
         exchange(handle, echo, pattern(8 * mebibyte), 44);
     }
     EXPECT_EQ(count_open_descriptors(), before);
+}
+
+TEST_F(transport, no_descriptor_survives_an_exec) {
+    const std::set<int> before = open_descriptors();
+    const service_thread service;
+    const open_handle handle;
+    exchange(handle, echo, "connected");
+    for (const int descriptor : open_descriptors()) {
+        const int flags = fcntl(descriptor, F_GETFD);
+        if (before.contains(descriptor) || flags < 0) continue;
+        EXPECT_EQ(flags & FD_CLOEXEC, FD_CLOEXEC)
+            << std::filesystem::read_symlink("/proc/self/fd/" + std::to_string(descriptor));
+    }
 }
 
 }  // namespace

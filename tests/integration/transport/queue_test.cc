@@ -38,6 +38,21 @@ TEST_F(transport, client_that_does_not_receive_is_held_up_and_loses_nothing) {
     EXPECT_EQ(exchange(slow, echo, "recovered"), "recovered");
 }
 
+TEST_F(transport, answers_that_find_no_room_wait_for_it_in_their_order) {
+    const service_thread service;
+    const open_handle slow;
+    constexpr uint32_t large = 100 * 1024;  // a socket has room for two
+    std::vector<uint32_t> tokens;
+    for (int i = 0; i < 20; ++i) tokens.push_back(send_request(slow, answer_size, word(large)));
+
+    // The loop serves each client once a round, so by now the service has tried to send more than there is room for.
+    const open_handle other;
+    for (int i = 0; i < 20; ++i) EXPECT_EQ(exchange(other, echo, "served meanwhile"), "served meanwhile");
+
+    for (const uint32_t token : tokens) EXPECT_TRUE(receive_answer(slow, token) == pattern(large));
+    EXPECT_EQ(exchange(slow, echo, "recovered"), "recovered");
+}
+
 TEST_F(transport, kept_answers_have_a_bound_and_the_oldest_go_first) {
     const service_thread service;
     const open_handle handle;
