@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 // cursor.h: writes and reads a payload field by field, so that an encoder or a decoder reads as the list of fields
-// that it is. A cursor never passes the end of its bytes and remembers when a field met it.
+// that it is. A cursor never passes the end of its bytes; a reader remembers when a field met it.
 #ifndef PROTOCOL_CURSOR_H
 #define PROTOCOL_CURSOR_H
 
@@ -20,9 +20,6 @@ class byte_writer {
     void put_be32(uint32_t value) { put(swap_be32(value)); }
     // A number that is in network order already.
     void put_wire32(uint32_t value) { put(value); }
-
-    // Every field found its room.
-    [[nodiscard]] bool ok() const { return ok_; }
 
   private:
     template <typename Number>

@@ -3,7 +3,6 @@
 
 #include <cerrno>
 
-#include "platform/if_index.h"
 #include "pm_api_common/exchange.h"
 #include "pm_api_common/heap.h"
 #include "pm_api_common/range_writer.h"
