@@ -1,0 +1,46 @@
+/* SPDX-License-Identifier: Apache-2.0 */
+/* if_index_range.h: ranges of interfaces as people name them, counted and stepped through.
+ *
+ * A range runs from its first to its last interface, both included, of one interface type. Nothing is sent: the
+ * platform's interface indexes and its chassis record are all that is asked. The number of module slots is asked for
+ * once in the life of the process; while the platform cannot tell it, every call asks again and counts with 9.
+ * Thread-safe. */
+#ifndef PORT_MGR_IF_INDEX_RANGE_H
+#define PORT_MGR_IF_INDEX_RANGE_H
+
+#include "port_mgr/types.h"
+
+PM_BEGIN_DECLS
+
+/* Checks a range and counts its members.
+ *
+ *     type          members                                             the range must
+ *     1, 11, 13     the ports                                           lie on one slot of the chassis, not backwards
+ *     2             the ports, or the sub-interfaces of a single port   the same, and the sub-interfaces not backwards
+ *     4, 22         the port channels                                   not run backwards
+ *     5             1, whatever the ends are
+ *     10            the tunnels; backwards the count wraps around
+ *
+ * first, last  the ends, host order
+ * count        out, not null: the number of members; 0 on failure
+ *
+ * Returns 0, a failure of if_index_get_type as it stands, or PM_ERR_INVALID_RANGE: two types, another type than those
+ * above, an end that the platform cannot take apart, or a range that is not as it must be. */
+PM_API uint32_t pm_get_num_ports_in_if_index_range(if_index_t first, if_index_t last, uint32_t *count);
+
+/* Gives the member at an offset. Sub-interfaces are not stepped through: of types 2 and 13 the members are ports. Types
+ * 5 and 11 are refused.
+ *
+ * first, last  the ends, host order
+ * member       out, not null: the member's index, host order; written on success only
+ * offset       0 for `first`. When both ends are the same and this is 0, nothing is checked. A port's number is the
+ *              first one's plus the offset modulo 256
+ *
+ * Returns 0, a failure of if_index_get_type as it stands, PM_ERR_REJECTED when the offset runs past the last port, or
+ * PM_ERR_INVALID_RANGE: as above, also when channels or tunnels run backwards or the offset runs past the last of
+ * them. */
+PM_API uint32_t pm_get_if_index_in_range(if_index_t first, if_index_t last, if_index_t *member, uint32_t offset);
+
+PM_END_DECLS
+
+#endif

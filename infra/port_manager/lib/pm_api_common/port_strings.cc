@@ -1,0 +1,205 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "port_mgr/port_strings.h"
+
+#include <cstdio>
+#include <cstring>
+
+#include "pm_api_common/value_text.h"
+
+char local_temp_string_buffer[200];
+
+namespace {
+
+using pm::text_of;
+using pm::value_text;
+
+// Constant or shared
+
+constexpr value_text<int32_t> port_modes[] = {
+    {0xffff, "ALL"},
+    {0xfffb, "Not E"},
+    {0xfe3f, "Not FL"},
+    {0x60, "FX"},
+    {0x1, "auto"},
+    {0x2, "SD"},
+    {0x8000, "ST"},
+    {0x4, "E"},
+    {0x8, "TE"},
+    {0x10, "TL"},
+    {0x20, "F"},
+    {0x40, "FL"},
+    {0x80, "FL"},
+    {0x100, "FL"},
+    {0x200, "IPS"},
+    {0x400, "ISCSI"},
+    {0x80000, "FA"},
+    {0x4000, "NP"},
+    {0x100000, "trunk"},
+    {0x400000, "private-vlan host"},
+    {0x800000, "private-vlan promiscuous"},
+    {0x8000000, "TNP"},
+    {0x4000000, "TF"},
+};
+
+constexpr value_text<int32_t> service_states[] = {{0, "in service"}, {1, "out of service"}};
+constexpr value_text<int32_t> port_types[] = {{1, "external"}, {2, "internal"}, {3, "hidden"}};
+constexpr value_text<uint8_t> beacon_modes[] = {{1, "on"}, {2, "off"}};
+constexpr value_text<uint8_t> bb_scn_configs[] = {{1, "on"}, {2, "off"}};
+constexpr value_text<uint8_t> rate_modes[] = {{1, "dedicated"}, {2, "shared"}};
+constexpr value_text<uint8_t> ignore_params[] = {{1, "bit error on"}, {2, "bit error off"}};
+constexpr value_text<uint8_t> trunking_modes[] = {{1, "off"}, {2, "on"}, {3, "auto"}};
+constexpr value_text<int32_t> promiscuous_settings[] = {{1, "on"}, {2, "off"}};
+constexpr value_text<int32_t> auto_neg_settings[] = {{1, "on"}, {2, "off"}};
+constexpr value_text<uint8_t> snmp_traps[] = {{1, "on"}, {2, "off"}};
+constexpr value_text<int32_t> down_on_link_failure_settings[] = {{3, "enabled"}, {4, "disabled"}};
+
+// Constant
+
+constexpr value_text<uint8_t> port_states[] = {
+    {255, "all"}, {1, "up"}, {16, "down"}, {2, "down"}, {8, "trunking"}, {4, "testing"},
+};
+constexpr value_text<uint8_t> duplex_modes[] = {{1, "Half"}, {2, "Full"}, {3, "Auto"}};
+constexpr value_text<uint8_t> phy_layers[] = {
+    {1, "FC"}, {2, "ethernet"}, {3, "FC virtual"}, {4, "Inband"}, {5, "EOBC"}, {6, "Management"},
+};
+constexpr value_text<uint8_t> encaps[] = {{1, "normal"}, {2, "eisl"}, {3, "internal"}};
+constexpr value_text<uint16_t> flowctrl_modes[] = {{1, "on"}, {2, "on"}, {4, "desired"}, {8, "desired"}};
+constexpr value_text<int32_t> track_modes[] = {{0, "operationally-bound"}, {1, "force_shut"}};
+constexpr value_text<int32_t> delayed_trap_states[] = {{1, "disabled"}, {2, "FX"}};
+
+// Caller's buffer
+
+constexpr uint32_t unknown_speed = 0xffffffff;
+constexpr uint32_t mbit_in_gbit = 1000;
+
+constexpr value_text<uint32_t> speeds[] = {
+    {0, "auto"},      {1, "auto max 2 Gbps"},     {2, "auto max 4 Gbps"},
+    {10, "10 Mbps"},  {100, "100 Mbps"},          {110, "auto 10 or 100 Mbps"},
+    {1000, "1 Gbps"}, {2000, "2 Gbps"},           {4000, "4 Gbps"},
+    {8000, "8 Gbps"}, {unknown_speed, "unknown"},
+};
+
+constexpr value_text<int32_t> speeds_gbps[] = {
+    {0, "auto"}, {1, "auto max 2"}, {2, "auto max 4"}, {10, "0.01"}, {100, "0.1"},
+    {1000, "1"}, {2000, "2"},       {4000, "4"},       {-1, "--"},
+};
+
+constexpr value_text<int32_t> bb_credits[] = {{0, "default"}};
+constexpr value_text<int32_t> bb_credit_multipliers[] = {{-1, "default"}};
+constexpr value_text<int32_t> bb_credit_performance_bufs[] = {{0, "default"}};
+constexpr value_text<int32_t> ec_bb_credits[] = {{0, "default"}};
+constexpr value_text<int32_t> promiscuous_modes[] = {{1, "promiscuos mode on"}, {2, "promiscuos mode off"}};
+constexpr value_text<int32_t> auto_negotiations[] = {{1, "auto-negotiate on"}, {2, "auto-negotiate off"}};
+
+constexpr int32_t mode_e_bit = 0x40000000;
+constexpr int32_t number_of_mode_fx = 0x7fffffff;
+
+template <typename Value, size_t Rows>
+const char *text_or_unknown(const value_text<Value> (&table)[Rows], Value value) {
+    if (const char *text = text_of(table, value, nullptr)) return text;
+    constexpr size_t text_limit = 75;
+    std::memset(local_temp_string_buffer, 0, sizeof local_temp_string_buffer);
+    std::snprintf(local_temp_string_buffer, text_limit, "Unknown(%d)", int32_t{value});
+    return local_temp_string_buffer;
+}
+
+char *write_text(char *buf, size_t limit, const char *text) {
+    std::snprintf(buf, limit, "%s", text);
+    return buf;
+}
+
+char *write_number(char *buf, size_t limit, const char *format, int32_t number) {
+    std::snprintf(buf, limit, format, number);
+    return buf;
+}
+
+// The value's own text, or the number.
+template <typename Value, size_t Rows>
+char *write_value(char *buf, size_t limit, const value_text<Value> (&table)[Rows], Value value, const char *format,
+                  int32_t number) {
+    if (const char *text = text_of(table, value, nullptr)) return write_text(buf, limit, text);
+    return write_number(buf, limit, format, number);
+}
+
+}  // namespace
+
+const char *port_mode_string(int32_t mode) { return text_or_unknown(port_modes, mode); }
+
+const char *port_service_state_string(int32_t state) { return text_or_unknown(service_states, state); }
+
+const char *port_type_string(int32_t type) { return text_or_unknown(port_types, type); }
+
+const char *port_beacon_mode_string(uint8_t mode) { return text_or_unknown(beacon_modes, mode); }
+
+const char *port_bb_scn_cfg_string(uint8_t config) { return text_or_unknown(bb_scn_configs, config); }
+
+const char *port_rate_mode_string(uint8_t mode) { return text_or_unknown(rate_modes, mode); }
+
+const char *port_ignore_param_string(uint8_t param) { return text_or_unknown(ignore_params, param); }
+
+const char *port_trunking_mode_string(uint8_t mode) { return text_or_unknown(trunking_modes, mode); }
+
+const char *port_promiscuous_string(int32_t promiscuous) { return text_or_unknown(promiscuous_settings, promiscuous); }
+
+const char *port_auto_neg_string(int32_t auto_neg) { return text_or_unknown(auto_neg_settings, auto_neg); }
+
+const char *port_snmp_trap_string(uint8_t trap) { return text_or_unknown(snmp_traps, trap); }
+
+const char *port_down_on_link_failure_string(int32_t setting) {
+    return text_or_unknown(down_on_link_failure_settings, setting);
+}
+
+const char *port_state_string(uint8_t state) { return text_of(port_states, state, "unknown"); }
+
+const char *port_duplex_mode_string(uint8_t mode) { return text_of(duplex_modes, mode, "unknown"); }
+
+const char *port_phy_layer_string(uint8_t layer) { return text_of(phy_layers, layer, "Unknown"); }
+
+const char *port_encap_string(uint8_t encap) { return text_of(encaps, encap, "unknown"); }
+
+const char *port_flowctrl_mode_string(uint16_t mode) { return text_of(flowctrl_modes, mode, "off"); }
+
+const char *port_track_mode_string(int32_t mode) { return text_of(track_modes, mode, ""); }
+
+const char *pm_delayed_trap_state_string(int32_t state) { return text_of(delayed_trap_states, state, "unknown"); }
+
+const char *port_owner_string(const char *owner) { return owner != nullptr ? owner : ""; }
+
+char *port_speed_string(uint32_t speed, char *buf) {
+    return write_value(buf, 80, speeds, speed, "%d Gbps", static_cast<int32_t>(speed / mbit_in_gbit));
+}
+
+char *port_speed_string_gbps(int32_t speed, char *buf) {
+    return write_value(buf, 80, speeds_gbps, speed, "%d", speed / static_cast<int32_t>(mbit_in_gbit));
+}
+
+// Bit 30 wins over the sign, which then stays in the number.
+char *port_bb_credit_string(int32_t credit, char *buf) {
+    constexpr size_t limit = 80;
+    if (credit == 0) return write_text(buf, limit, "default");
+    if ((credit & mode_e_bit) != 0) return write_number(buf, limit, "%d (mode E)", credit & ~mode_e_bit);
+    if (credit < 0) return write_number(buf, limit, "%d (mode Fx)", credit & number_of_mode_fx);
+    return write_number(buf, limit, "%d", credit);
+}
+
+char *port_bb_credit_multiplier_string(int32_t multiplier, char *buf) {
+    return write_value(buf, 20, bb_credit_multipliers, multiplier, "%d", multiplier);
+}
+
+char *port_bb_credit_performance_buf_string(int32_t buffers, char *buf) {
+    return write_value(buf, 20, bb_credit_performance_bufs, buffers, "%d", buffers);
+}
+
+char *port_ec_bb_credit_string(int32_t credit, char *buf) {
+    return write_value(buf, 40, ec_bb_credits, credit, "%d", credit);
+}
+
+char *port_rxbufsize_string(uint16_t size, char *buf) { return write_number(buf, 20, "%d", size); }
+
+char *port_promiscuous_mode_string(int32_t mode, char *buf) {
+    return write_text(buf, 50, text_of(promiscuous_modes, mode, "promiscuos mode unknown"));
+}
+
+char *port_auto_negotiate_string(int32_t auto_neg, char *buf) {
+    return write_text(buf, 50, text_of(auto_negotiations, auto_neg, "auto-negotiate unknown"));
+}
