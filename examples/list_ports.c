@@ -28,8 +28,10 @@ int main(void) {
     }
     for (uint32_t i = 0; i < count; ++i) {
         char name[256];
+        char speed[80];
         sprintf_if_index(name, ports[i].if_index);
-        printf("%-20s %s\n", name, ports[i].oper_state == 1 ? "up" : "not up");
+        printf("%-20s %-10s %-10s %s\n", name, port_state_string(ports[i].oper_state),
+               port_speed_string(ports[i].oper_speed, speed), port_state_reason_string(ports[i].state_reason, 0));
     }
     free(ports);
     return 0;
