@@ -3,7 +3,7 @@
  *
  * A range runs from its first to its last interface, both included, of one interface type. Nothing is sent: the
  * platform's interface indexes and its chassis record are all that is asked. The number of module slots is asked for
- * once in the life of the process; while the platform cannot tell it, every call asks again and counts with 9.
+ * once in the life of the process; while the platform cannot tell it, every call asks again and assumes 9.
  * Thread-safe. */
 #ifndef PORT_MGR_IF_INDEX_RANGE_H
 #define PORT_MGR_IF_INDEX_RANGE_H
@@ -25,20 +25,28 @@ PM_BEGIN_DECLS
  * count        out, not null: the number of members; 0 on failure
  *
  * Returns 0, a failure of if_index_get_type as it stands, or PM_ERR_INVALID_RANGE: two types, another type than those
- * above, an end that the platform cannot take apart, or a range that is not as it must be. */
+ * above, an end whose slot, port, sub-interface or tunnel cannot be told, or a range that is not as it must be. A
+ * channel whose number cannot be told counts as channel 0. */
 PM_API uint32_t pm_get_num_ports_in_if_index_range(if_index_t first, if_index_t last, uint32_t *count);
 
-/* Gives the member at an offset. Sub-interfaces are not stepped through: of types 2 and 13 the members are ports. Types
- * 5 and 11 are refused.
+/* Gives the member at an offset. Members are main interfaces: ports are stepped through even where a range of
+ * sub-interfaces was counted.
+ *
+ *     type          the member                                           built as
+ *     1             port (first + offset) modulo 256 of the slot         physical Fibre Channel port
+ *     2, 13         port (first + offset) modulo 256 of the slot         physical Ethernet port
+ *     4, 22         channel first + offset                               port channel
+ *     10            tunnel first + offset                                FCIP interface
  *
  * first, last  the ends, host order
  * member       out, not null: the member's index, host order; written on success only
- * offset       0 for `first`. When both ends are the same and this is 0, nothing is checked. A port's number is the
- *              first one's plus the offset modulo 256
+ * offset       counted from 0. When it is 0 and both ends are the same, `first` is the member, unchecked and whatever
+ *              it is
  *
- * Returns 0, a failure of if_index_get_type as it stands, PM_ERR_REJECTED when the offset runs past the last port, or
- * PM_ERR_INVALID_RANGE: as above, also when channels or tunnels run backwards or the offset runs past the last of
- * them. */
+ * Returns 0, a failure of if_index_get_type as it stands, PM_ERR_REJECTED when the port is above the last one, or
+ * PM_ERR_INVALID_RANGE: two types, another type than those above, an end whose slot or port cannot be told, a range
+ * that is not as pm_get_num_ports_in_if_index_range wants it or, of tunnels too, runs backwards, and a channel or
+ * tunnel above the last one. A channel or tunnel whose number cannot be told counts as number 0. */
 PM_API uint32_t pm_get_if_index_in_range(if_index_t first, if_index_t last, if_index_t *member, uint32_t offset);
 
 PM_END_DECLS

@@ -22,8 +22,8 @@ PM_STATIC_ASSERT(sizeof(vsan_bitset_t) == 516, "vsan_bitset_t is 516 bytes for e
 
 /* Writes a set of any extent as a set of VSANs. Numbers above 4095 are left out.
  *
- * flexi  the set to read, not null
- * vsans  out, not null: written whole
+ * flexi  the set to read, not null; only the bits of VSANs up to 4095 are looked at, so its length may promise more
+ * vsans  out, not null: written whole, its size becomes 512
  *
  * Returns 0 always. Thread-safe. */
 PM_API uint32_t pm_create_vsan_bitset_from_pm_flexi_bitset(const flexi_bitset_t *flexi, vsan_bitset_t *vsans);

@@ -39,10 +39,10 @@ struct number_range {
     // Wraps around when the range runs backwards.
     [[nodiscard]] uint32_t count() const { return uint32_t{last} - first + 1; }
 
-    // False when it lies behind the last.
-    [[nodiscard]] bool number_at(uint32_t offset, uint16_t &number) const {
+    // False when it lies beyond the last.
+    [[nodiscard]] bool number_at(uint32_t offset, uint16_t *number) const {
         if (uint64_t{first} + offset > last) return false;
-        number = static_cast<uint16_t>(first + offset);
+        *number = static_cast<uint16_t>(first + offset);
         return true;
     }
 };
@@ -52,6 +52,13 @@ number_range channels_of(const pm_if_index_range_t &range) {
     if_index_port_channel_get_channel_num(range.first, &channels.first);
     if_index_port_channel_get_channel_num(range.last, &channels.last);
     return channels;
+}
+
+number_range tunnels_of(const pm_if_index_range_t &range) {
+    number_range tunnels;
+    if_index_fcip_get_tunnel(range.first, &tunnels.first);
+    if_index_fcip_get_tunnel(range.last, &tunnels.last);
+    return tunnels;
 }
 
 bool is_backwards(const pm_if_index_range_t &range) { return range.last < range.first; }
@@ -94,6 +101,7 @@ uint32_t count_single(const pm_if_index_range_t &, uint32_t *count) {
     return 0;
 }
 
+// Stricter than the steps in what can be read, and laxer in order: a range that runs backwards wraps around.
 uint32_t count_tunnels(const pm_if_index_range_t &range, uint32_t *count) {
     number_range tunnels;
     if (if_index_fcip_get_tunnel(range.first, &tunnels.first) != 0) return PM_ERR_INVALID_RANGE;
@@ -102,7 +110,7 @@ uint32_t count_tunnels(const pm_if_index_range_t &range, uint32_t *count) {
     return 0;
 }
 
-// Members
+// Members. The builders get numbers that came from indexes, so that they cannot fail.
 
 using port_builder = int32_t (*)(if_index_t *, uint8_t slot, uint8_t port, uint32_t);
 
@@ -118,18 +126,14 @@ uint32_t port_at(const pm_if_index_range_t &range, uint32_t offset, if_index_t *
 
 uint32_t channel_at(const pm_if_index_range_t &range, uint32_t offset, if_index_t *member) {
     uint16_t channel;
-    if (is_backwards(range) || !channels_of(range).number_at(offset, channel)) return PM_ERR_INVALID_RANGE;
+    if (is_backwards(range) || !channels_of(range).number_at(offset, &channel)) return PM_ERR_INVALID_RANGE;
     if_index_port_channel_init(member, channel);
     return 0;
 }
 
 uint32_t tunnel_at(const pm_if_index_range_t &range, uint32_t offset, if_index_t *member) {
-    if (is_backwards(range)) return PM_ERR_INVALID_RANGE;
-    number_range tunnels;
-    if_index_fcip_get_tunnel(range.first, &tunnels.first);
-    if_index_fcip_get_tunnel(range.last, &tunnels.last);
     uint16_t tunnel;
-    if (!tunnels.number_at(offset, tunnel)) return PM_ERR_INVALID_RANGE;
+    if (is_backwards(range) || !tunnels_of(range).number_at(offset, &tunnel)) return PM_ERR_INVALID_RANGE;
     if_index_fcip_port_init(member, tunnel);
     return 0;
 }
@@ -154,7 +158,7 @@ constexpr range_kind range_kinds[] = {
 };
 
 // The kind of both ends. Returns a status.
-uint32_t find_kind(const pm_if_index_range_t &range, const range_kind *&kind) {
+uint32_t find_kind(const pm_if_index_range_t &range, const range_kind **kind) {
     uint8_t type;
     uint8_t last_type;
     if (const int32_t status = if_index_get_type(range.first, &type); status != 0) return static_cast<uint32_t>(status);
@@ -163,7 +167,7 @@ uint32_t find_kind(const pm_if_index_range_t &range, const range_kind *&kind) {
     if (type != last_type) return PM_ERR_INVALID_RANGE;
     for (const range_kind &each : range_kinds) {
         if (each.type != type) continue;
-        kind = &each;
+        *kind = &each;
         return 0;
     }
     return PM_ERR_INVALID_RANGE;
@@ -175,7 +179,7 @@ uint32_t pm_get_num_ports_in_if_index_range(if_index_t first, if_index_t last, u
     *count = 0;
     const pm_if_index_range_t range{first, last};
     const range_kind *kind;
-    if (const uint32_t status = find_kind(range, kind); status != 0) return status;
+    if (const uint32_t status = find_kind(range, &kind); status != 0) return status;
     return kind->count(range, count);
 }
 
@@ -186,6 +190,6 @@ uint32_t pm_get_if_index_in_range(if_index_t first, if_index_t last, if_index_t 
     }
     const pm_if_index_range_t range{first, last};
     const range_kind *kind;
-    if (const uint32_t status = find_kind(range, kind); status != 0) return status;
+    if (const uint32_t status = find_kind(range, &kind); status != 0) return status;
     return kind->member(range, offset, member);
 }

@@ -3,11 +3,26 @@
 #ifndef PM_API_COMMON_INTERFACE_TYPE_H
 #define PM_API_COMMON_INTERFACE_TYPE_H
 
+#include <initializer_list>
+
 #include "platform/if_index.h"
 
 namespace pm {
 
 constexpr bool is_port_channel_type(uint8_t type) { return type == IF_TYPE_PORT_CHANNEL || type == IF_TYPE_BUNDLE; }
+
+// A set of interface types, all of them below 32.
+class type_set {
+  public:
+    constexpr type_set(std::initializer_list<uint8_t> types) {
+        for (const uint8_t type : types) bits_ |= uint32_t{1} << type;
+    }
+
+    [[nodiscard]] constexpr bool contains(uint8_t type) const { return type < 32 && (bits_ >> type & 1) != 0; }
+
+  private:
+    uint32_t bits_ = 0;
+};
 
 }  // namespace pm
 

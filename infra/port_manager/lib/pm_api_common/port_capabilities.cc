@@ -7,13 +7,8 @@ namespace {
 
 constexpr uint8_t xgfc_subtype = 1;
 
-constexpr uint32_t bit(uint8_t type) { return uint32_t{1} << type; }
-
-// The types below 12 that take no port mode and no trunking mode, and those that take no speed.
-constexpr uint32_t without_port_mode = bit(IF_TYPE_ETHERNET) | bit(IF_TYPE_MGMT) | bit(IF_TYPE_SLOT_PORT);
-constexpr uint32_t without_speed = bit(IF_TYPE_ETHERNET) | bit(IF_TYPE_SLOT_PORT);
-
-bool is_in(uint32_t set, uint8_t type) { return type <= IF_TYPE_SLOT_PORT && (set & bit(type)) != 0; }
+constexpr pm::type_set without_port_mode{IF_TYPE_ETHERNET, IF_TYPE_MGMT, IF_TYPE_SLOT_PORT};
+constexpr pm::type_set without_speed{IF_TYPE_ETHERNET, IF_TYPE_SLOT_PORT};
 
 enum class support { no, yes, of_xgfc };
 
@@ -61,13 +56,13 @@ int32_t pm_is_bundle_port_type(if_index_t if_index) {
     return pm::is_port_channel_type(type);
 }
 
-int32_t pm_is_port_mode_supported(uint8_t type) { return !is_in(without_port_mode, type); }
+int32_t pm_is_port_mode_supported(uint8_t code) { return !without_port_mode.contains(code); }
 
-int32_t pm_is_trunk_mode_supported(uint8_t type) { return !is_in(without_port_mode, type); }
+int32_t pm_is_trunk_mode_supported(uint8_t code) { return !without_port_mode.contains(code); }
 
-int32_t pm_is_port_speed_supported(uint8_t type) { return !is_in(without_speed, type); }
+int32_t pm_is_port_speed_supported(uint8_t code) { return !without_speed.contains(code); }
 
-int32_t pm_is_duplex_mode_supported(uint8_t type) { return type == IF_TYPE_MGMT; }
+int32_t pm_is_duplex_mode_supported(uint8_t code) { return code == IF_TYPE_MGMT; }
 
 int32_t pm_is_beacon_mode_supported(if_index_t if_index) { return is_supported(if_index, &type_support::beacon_mode); }
 

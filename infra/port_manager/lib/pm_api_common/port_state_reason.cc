@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "port_mgr/port_state_reason.h"
 
+#include <algorithm>
 #include <array>
+#include <iterator>
 
 #include "pm_api_common/port_state_reason_table.h"
 
@@ -10,6 +12,11 @@ namespace {
 using reason_texts = std::array<const char *, 256>;
 
 constexpr int32_t keyword_form = 1;
+
+static_assert(std::adjacent_find(std::begin(pm::state_reasons), std::end(pm::state_reasons),
+                                 [](const auto &a, const auto &b) { return a.code >= b.code; }) ==
+                  std::end(pm::state_reasons),
+              "every code once, in ascending order");
 
 // The texts by code, for a look-up that costs the same for each of them.
 constexpr reason_texts texts_by_code(const char *pm::state_reason::*text, const char *otherwise) {

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "port_mgr/port_strings.h"
 
+#include <cstdarg>
+#include <cstddef>
 #include <cstdio>
 #include <cstring>
 
@@ -12,6 +14,9 @@ namespace {
 
 using pm::text_of;
 using pm::value_text;
+
+template <typename Value>
+constexpr value_text<Value> on_off[] = {{1, "on"}, {2, "off"}};
 
 // Constant or shared
 
@@ -43,14 +48,9 @@ constexpr value_text<int32_t> port_modes[] = {
 
 constexpr value_text<int32_t> service_states[] = {{0, "in service"}, {1, "out of service"}};
 constexpr value_text<int32_t> port_types[] = {{1, "external"}, {2, "internal"}, {3, "hidden"}};
-constexpr value_text<uint8_t> beacon_modes[] = {{1, "on"}, {2, "off"}};
-constexpr value_text<uint8_t> bb_scn_configs[] = {{1, "on"}, {2, "off"}};
 constexpr value_text<uint8_t> rate_modes[] = {{1, "dedicated"}, {2, "shared"}};
 constexpr value_text<uint8_t> ignore_params[] = {{1, "bit error on"}, {2, "bit error off"}};
 constexpr value_text<uint8_t> trunking_modes[] = {{1, "off"}, {2, "on"}, {3, "auto"}};
-constexpr value_text<int32_t> promiscuous_settings[] = {{1, "on"}, {2, "off"}};
-constexpr value_text<int32_t> auto_neg_settings[] = {{1, "on"}, {2, "off"}};
-constexpr value_text<uint8_t> snmp_traps[] = {{1, "on"}, {2, "off"}};
 constexpr value_text<int32_t> down_on_link_failure_settings[] = {{3, "enabled"}, {4, "disabled"}};
 
 // Constant
@@ -69,14 +69,19 @@ constexpr value_text<int32_t> delayed_trap_states[] = {{1, "disabled"}, {2, "FX"
 
 // Caller's buffer
 
-constexpr uint32_t unknown_speed = 0xffffffff;
+constexpr size_t speed_limit = 80;
+constexpr size_t credit_limit = 80;
+constexpr size_t extended_credit_limit = 40;
+constexpr size_t number_limit = 20;
+constexpr size_t setting_limit = 50;
+
 constexpr uint32_t mbit_in_gbit = 1000;
 
 constexpr value_text<uint32_t> speeds[] = {
-    {0, "auto"},      {1, "auto max 2 Gbps"},     {2, "auto max 4 Gbps"},
-    {10, "10 Mbps"},  {100, "100 Mbps"},          {110, "auto 10 or 100 Mbps"},
-    {1000, "1 Gbps"}, {2000, "2 Gbps"},           {4000, "4 Gbps"},
-    {8000, "8 Gbps"}, {unknown_speed, "unknown"},
+    {0, "auto"},      {1, "auto max 2 Gbps"},  {2, "auto max 4 Gbps"},
+    {10, "10 Mbps"},  {100, "100 Mbps"},       {110, "auto 10 or 100 Mbps"},
+    {1000, "1 Gbps"}, {2000, "2 Gbps"},        {4000, "4 Gbps"},
+    {8000, "8 Gbps"}, {UINT32_MAX, "unknown"},
 };
 
 constexpr value_text<int32_t> speeds_gbps[] = {
@@ -84,15 +89,11 @@ constexpr value_text<int32_t> speeds_gbps[] = {
     {1000, "1"}, {2000, "2"},       {4000, "4"},       {-1, "--"},
 };
 
-constexpr value_text<int32_t> bb_credits[] = {{0, "default"}};
-constexpr value_text<int32_t> bb_credit_multipliers[] = {{-1, "default"}};
-constexpr value_text<int32_t> bb_credit_performance_bufs[] = {{0, "default"}};
-constexpr value_text<int32_t> ec_bb_credits[] = {{0, "default"}};
 constexpr value_text<int32_t> promiscuous_modes[] = {{1, "promiscuos mode on"}, {2, "promiscuos mode off"}};
 constexpr value_text<int32_t> auto_negotiations[] = {{1, "auto-negotiate on"}, {2, "auto-negotiate off"}};
 
-constexpr int32_t mode_e_bit = 0x40000000;
-constexpr int32_t number_of_mode_fx = 0x7fffffff;
+constexpr uint32_t mode_e_bit = 1u << 30;
+constexpr uint32_t mode_fx_bit = 1u << 31;
 
 template <typename Value, size_t Rows>
 const char *text_or_unknown(const value_text<Value> (&table)[Rows], Value value) {
@@ -103,22 +104,16 @@ const char *text_or_unknown(const value_text<Value> (&table)[Rows], Value value)
     return local_temp_string_buffer;
 }
 
-char *write_text(char *buf, size_t limit, const char *text) {
-    std::snprintf(buf, limit, "%s", text);
+__attribute__((format(printf, 3, 4))) char *print(char *buf, size_t limit, const char *format, ...) {
+    va_list values;
+    va_start(values, format);
+    std::vsnprintf(buf, limit, format, values);
+    va_end(values);
     return buf;
 }
 
-char *write_number(char *buf, size_t limit, const char *format, int32_t number) {
-    std::snprintf(buf, limit, format, number);
-    return buf;
-}
-
-// The value's own text, or the number.
-template <typename Value, size_t Rows>
-char *write_value(char *buf, size_t limit, const value_text<Value> (&table)[Rows], Value value, const char *format,
-                  int32_t number) {
-    if (const char *text = text_of(table, value, nullptr)) return write_text(buf, limit, text);
-    return write_number(buf, limit, format, number);
+char *print_or_default(char *buf, size_t limit, int32_t number, int32_t default_number) {
+    return number == default_number ? print(buf, limit, "default") : print(buf, limit, "%d", number);
 }
 
 }  // namespace
@@ -129,9 +124,9 @@ const char *port_service_state_string(int32_t state) { return text_or_unknown(se
 
 const char *port_type_string(int32_t type) { return text_or_unknown(port_types, type); }
 
-const char *port_beacon_mode_string(uint8_t mode) { return text_or_unknown(beacon_modes, mode); }
+const char *port_beacon_mode_string(uint8_t mode) { return text_or_unknown(on_off<uint8_t>, mode); }
 
-const char *port_bb_scn_cfg_string(uint8_t config) { return text_or_unknown(bb_scn_configs, config); }
+const char *port_bb_scn_cfg_string(uint8_t config) { return text_or_unknown(on_off<uint8_t>, config); }
 
 const char *port_rate_mode_string(uint8_t mode) { return text_or_unknown(rate_modes, mode); }
 
@@ -139,11 +134,11 @@ const char *port_ignore_param_string(uint8_t param) { return text_or_unknown(ign
 
 const char *port_trunking_mode_string(uint8_t mode) { return text_or_unknown(trunking_modes, mode); }
 
-const char *port_promiscuous_string(int32_t promiscuous) { return text_or_unknown(promiscuous_settings, promiscuous); }
+const char *port_promiscuous_string(int32_t promiscuous) { return text_or_unknown(on_off<int32_t>, promiscuous); }
 
-const char *port_auto_neg_string(int32_t auto_neg) { return text_or_unknown(auto_neg_settings, auto_neg); }
+const char *port_auto_neg_string(int32_t auto_neg) { return text_or_unknown(on_off<int32_t>, auto_neg); }
 
-const char *port_snmp_trap_string(uint8_t trap) { return text_or_unknown(snmp_traps, trap); }
+const char *port_snmp_trap_string(uint8_t trap) { return text_or_unknown(on_off<uint8_t>, trap); }
 
 const char *port_down_on_link_failure_string(int32_t setting) {
     return text_or_unknown(down_on_link_failure_settings, setting);
@@ -166,40 +161,43 @@ const char *pm_delayed_trap_state_string(int32_t state) { return text_of(delayed
 const char *port_owner_string(const char *owner) { return owner != nullptr ? owner : ""; }
 
 char *port_speed_string(uint32_t speed, char *buf) {
-    return write_value(buf, 80, speeds, speed, "%d Gbps", static_cast<int32_t>(speed / mbit_in_gbit));
+    if (const char *text = text_of(speeds, speed, nullptr)) return print(buf, speed_limit, "%s", text);
+    return print(buf, speed_limit, "%d Gbps", static_cast<int32_t>(speed / mbit_in_gbit));
 }
 
 char *port_speed_string_gbps(int32_t speed, char *buf) {
-    return write_value(buf, 80, speeds_gbps, speed, "%d", speed / static_cast<int32_t>(mbit_in_gbit));
+    if (const char *text = text_of(speeds_gbps, speed, nullptr)) return print(buf, speed_limit, "%s", text);
+    return print(buf, speed_limit, "%d", speed / static_cast<int32_t>(mbit_in_gbit));
 }
 
-// Bit 30 wins over the sign, which then stays in the number.
+// Bit 30 wins over bit 31, which then stays in the number.
 char *port_bb_credit_string(int32_t credit, char *buf) {
-    constexpr size_t limit = 80;
-    if (credit == 0) return write_text(buf, limit, "default");
-    if ((credit & mode_e_bit) != 0) return write_number(buf, limit, "%d (mode E)", credit & ~mode_e_bit);
-    if (credit < 0) return write_number(buf, limit, "%d (mode Fx)", credit & number_of_mode_fx);
-    return write_number(buf, limit, "%d", credit);
+    const auto bits = static_cast<uint32_t>(credit);
+    if ((bits & mode_e_bit) != 0)
+        return print(buf, credit_limit, "%d (mode E)", static_cast<int32_t>(bits & ~mode_e_bit));
+    if ((bits & mode_fx_bit) != 0)
+        return print(buf, credit_limit, "%d (mode Fx)", static_cast<int32_t>(bits & ~mode_fx_bit));
+    return print_or_default(buf, credit_limit, credit, 0);
 }
 
 char *port_bb_credit_multiplier_string(int32_t multiplier, char *buf) {
-    return write_value(buf, 20, bb_credit_multipliers, multiplier, "%d", multiplier);
+    return print_or_default(buf, number_limit, multiplier, -1);
 }
 
 char *port_bb_credit_performance_buf_string(int32_t buffers, char *buf) {
-    return write_value(buf, 20, bb_credit_performance_bufs, buffers, "%d", buffers);
+    return print_or_default(buf, number_limit, buffers, 0);
 }
 
 char *port_ec_bb_credit_string(int32_t credit, char *buf) {
-    return write_value(buf, 40, ec_bb_credits, credit, "%d", credit);
+    return print_or_default(buf, extended_credit_limit, credit, 0);
 }
 
-char *port_rxbufsize_string(uint16_t size, char *buf) { return write_number(buf, 20, "%d", size); }
+char *port_rxbufsize_string(uint16_t size, char *buf) { return print(buf, number_limit, "%d", size); }
 
 char *port_promiscuous_mode_string(int32_t mode, char *buf) {
-    return write_text(buf, 50, text_of(promiscuous_modes, mode, "promiscuos mode unknown"));
+    return print(buf, setting_limit, "%s", text_of(promiscuous_modes, mode, "promiscuos mode unknown"));
 }
 
 char *port_auto_negotiate_string(int32_t auto_neg, char *buf) {
-    return write_text(buf, 50, text_of(auto_negotiations, auto_neg, "auto-negotiate unknown"));
+    return print(buf, setting_limit, "%s", text_of(auto_negotiations, auto_neg, "auto-negotiate unknown"));
 }

@@ -3,11 +3,11 @@
 
 #include <cstring>
 
-#include "platform/if_index.h"
+#include "pm_api_common/interface_type.h"
 
 namespace {
 
-constexpr uint32_t types_with_transceiver = 1u << IF_TYPE_FC | 1u << IF_TYPE_ETHERNET | 1u << IF_TYPE_ETHERNET_SFP;
+constexpr pm::type_set with_transceiver{IF_TYPE_FC, IF_TYPE_ETHERNET, IF_TYPE_ETHERNET_SFP};
 
 constexpr int8_t first_dwdm_channel = 9;
 constexpr int8_t last_dwdm_channel = 40;
@@ -31,7 +31,7 @@ bool is_listed(const pm_x2_ident_t &ident) {
 int32_t pm_is_transceiver_supported(if_index_t if_index) {
     uint8_t type = IF_TYPE_NONE;
     if_index_get_type(if_index, &type);
-    return type <= IF_TYPE_ETHERNET_SFP && (types_with_transceiver >> type & 1) != 0;
+    return with_transceiver.contains(type);
 }
 
 int32_t pm_is_x2_dwdm(const pm_x2_ident_t *ident) {
