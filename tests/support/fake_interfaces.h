@@ -21,8 +21,9 @@ class fake_interfaces {
     // Indexes of another type than their top byte.
     std::map<if_index_t, uint8_t> special_types;
 
-    // Indexes whose type cannot be told.
+    // Indexes whose type cannot be told, and what if_index_get_type returns for them.
     std::set<if_index_t> without_type;
+    int32_t without_type_result = -1;
 
     // Sub-interfaces of port channels.
     std::set<if_index_t> channel_sub_interfaces;

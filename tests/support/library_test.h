@@ -12,8 +12,10 @@
 #include "captured_stdout.h"
 #include "fake_assertion_log.h"
 #include "fake_heap.h"
+#include "fake_interface_numbers.h"
 #include "fake_interfaces.h"
 #include "fake_loader.h"
+#include "fake_platform_info.h"
 #include "fake_tlv_array.h"
 #include "fake_transport.h"
 
@@ -38,6 +40,8 @@ class library_test : public testing::Test {
     fake_assertion_log assertions;
     fake_heap heap;
     fake_interfaces interfaces;
+    fake_interface_numbers numbers;
+    fake_platform_info platform;
     fake_tlv_array elements;
     fake_loader loader;
     fake_transport transport{heap};
