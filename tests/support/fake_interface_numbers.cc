@@ -19,10 +19,11 @@ template <typename Number>
 int32_t get(const char *function, if_index_t if_index, uint32_t field, const indexes &failing, Number *number,
             const special_numbers &special = {}) {
     call_log::add(fmt::format("{}({:#010x})", function, if_index));
-    if (failing.contains(if_index)) return active->failure;
+    const bool fails = failing.contains(if_index);
+    if (fails && !active->stores_on_failure) return active->failure;
     const auto found = special.find(if_index);
     *number = static_cast<Number>(found != special.end() ? found->second : field);
-    return 0;
+    return fails ? active->failure : 0;
 }
 
 int32_t build(if_index_t if_index, if_index_t *out) {

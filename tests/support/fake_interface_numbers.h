@@ -35,8 +35,10 @@ class fake_interface_numbers {
     // Indexes that cannot be built.
     std::set<if_index_t> unbuildable;
 
-    // What a call that fails returns.
+    // What a call that fails returns, and whether a getter stores its number all the same, so that nothing but its
+    // result tells.
     int32_t failure = -1;
+    bool stores_on_failure = false;
 };
 
 }  // namespace support

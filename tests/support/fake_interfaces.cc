@@ -31,10 +31,11 @@ using support::call_log::add;
 
 int32_t if_index_get_type(if_index_t if_index, uint8_t *type) {
     add(fmt::format("if_index_get_type({:#010x})", if_index));
-    if (active->without_type.contains(if_index)) return active->without_type_result;
+    const bool fails = active->without_type.contains(if_index);
+    if (fails && !active->stores_untold_types) return active->without_type_result;
     const auto special = active->special_types.find(if_index);
     *type = special != active->special_types.end() ? special->second : static_cast<uint8_t>(if_index >> 24);
-    return 0;
+    return fails ? active->without_type_result : 0;
 }
 
 int32_t if_index_is_port_channel_sub_interface(if_index_t if_index) {

@@ -25,6 +25,9 @@ class fake_interfaces {
     std::set<if_index_t> without_type;
     int32_t without_type_result = -1;
 
+    // Whether the look-up that fails stores a type all the same, so that nothing but its result tells.
+    bool stores_untold_types = false;
+
     // Sub-interfaces of port channels.
     std::set<if_index_t> channel_sub_interfaces;
 

@@ -51,7 +51,11 @@ TEST_F(range_slots, are_valid_below_their_number) {
         in_fresh_process([&] {
             platform.slots = static_cast<uint8_t>(slots);
             for (uint32_t slot = 0; slot < 256; ++slot) {
-                slot < slots ? expect_valid(slot) : expect_invalid(slot);
+                if (slot < slots) {
+                    expect_valid(slot);
+                } else {
+                    expect_invalid(slot);
+                }
             }
             EXPECT_EQ(questions(), 1) << slots << " slots";
         });

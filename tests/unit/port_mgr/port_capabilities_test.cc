@@ -50,9 +50,12 @@ class port_capabilities : public support::library_test {
             }
         }
         numbers.without_subtype = {index_of(4, 1), index_of(22, 1)};
-        for (numbers.failure = -1; numbers.failure < 2; numbers.failure += 2) {
-            EXPECT_EQ(function(index_of(4, 1)), expected(4, false)) << "no subtype, " << numbers.failure;
-            EXPECT_EQ(function(index_of(22, 1)), expected(22, false)) << "no subtype, " << numbers.failure;
+        for (const bool stores : {false, true}) {
+            numbers.stores_on_failure = stores;
+            for (numbers.failure = -1; numbers.failure < 2; numbers.failure += 2) {
+                EXPECT_EQ(function(index_of(4, 1)), expected(4, false)) << "no subtype, " << numbers.failure;
+                EXPECT_EQ(function(index_of(22, 1)), expected(22, false)) << "no subtype, " << numbers.failure;
+            }
         }
     }
 
@@ -153,8 +156,11 @@ TEST_F(port_capabilities, include_credits_of_most_types) {
 }
 
 TEST_F(port_capabilities, tell_no_channel_without_a_type) {
-    expect_answer_without_type(pm_is_xgfc_interface, 0);
-    expect_answer_without_type(pm_is_bundle_port_type, 0);
+    for (const bool stores : {false, true}) {
+        interfaces.stores_untold_types = stores;
+        expect_answer_without_type(pm_is_xgfc_interface, 0);
+        expect_answer_without_type(pm_is_bundle_port_type, 0);
+    }
 }
 
 TEST_F(port_capabilities, include_beacon_and_credits_without_a_type) {

@@ -72,13 +72,22 @@ class range_test : public support::library_test {
         });
     }
 
-    // The same, once for each function of if_index.h that may fail and each way to fail.
+    // For each result of a call that fails.
+    template <typename Part>
+    void for_each_result(Part part) {
+        for (const int32_t result : {-1, 1, 0x40290003}) {
+            numbers.failure = result;
+            SCOPED_TRACE(fmt::format("result {}", result));
+            part();
+        }
+    }
+
+    // For each way to fail of a call whose failure is not overlooked.
     template <typename Part>
     void for_each_failure(Part part) {
-        for (const int32_t failure : {-1, 1, 0x40290003}) {
-            numbers.failure = failure;
-            SCOPED_TRACE(fmt::format("failure {}", failure));
-            part();
+        for (const bool stores : {false, true}) {
+            numbers.stores_on_failure = stores;
+            for_each_result(part);
         }
     }
 
