@@ -9,6 +9,8 @@
 #include <string_view>
 #include <vector>
 
+#include "output/view.h"
+
 namespace pmctl {
 
 enum class argument_kind { flag, words };
@@ -43,7 +45,7 @@ class arguments {
 
 // What a command has to show, and what it could not do: one line each.
 struct command_result {
-    std::string output;
+    view output;
     std::vector<std::string> failures;
 };
 

@@ -7,13 +7,14 @@
 
 #include "failure.h"
 #include "output/printable_text.h"
+#include "output/render.h"
 
 namespace pmctl {
 
-outcome carry_out(const invocation &call) try {
+outcome carry_out(const invocation &call, const terminal &on) try {
     if (call.what == nullptr) return {exit_done, call.text, {}};
     command_result result = call.what->run(call.given);
-    return {result.failures.empty() ? exit_done : exit_failed, std::move(result.output), std::move(result.failures)};
+    return {result.failures.empty() ? exit_done : exit_failed, render(result.output, on), std::move(result.failures)};
 } catch (const usage_error &error) {
     return {exit_usage, {}, {error.what()}};
 } catch (const std::bad_alloc &) {

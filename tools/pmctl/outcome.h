@@ -4,6 +4,7 @@
 #define PMCTL_OUTCOME_H
 
 #include "command_line.h"
+#include "output/terminal.h"
 
 namespace pmctl {
 
@@ -15,8 +16,8 @@ struct outcome {
     std::vector<std::string> messages;  // for standard error, one line each, without the program's name
 };
 
-// Carries out what parse_command_line found. Does not throw.
-outcome carry_out(const invocation &call);
+// Carries out what parse_command_line found; the output is made for `on`. Does not throw.
+outcome carry_out(const invocation &call, const terminal &on = {});
 
 // How a message looks on standard error.
 std::string message_line(const std::string &message);

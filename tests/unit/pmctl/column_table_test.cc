@@ -5,11 +5,12 @@
 
 #include "fixed_records.h"
 #include "output/port_members.h"
+#include "output/render.h"
 
 namespace {
 
 std::string table_of(const std::vector<pm_port_info_brief_t> &ports) {
-    return pmctl::column_table(pmctl::brief_columns(), pmctl::records_of(std::span(ports)));
+    return pmctl::render({{pmctl::column_sheet(pmctl::brief_columns(), pmctl::records_of(std::span(ports)))}, {}}, {});
 }
 
 TEST(column_table, shows_each_member_in_its_column) {

@@ -7,13 +7,14 @@
 
 #include "fixed_records.h"
 #include "output/port_members.h"
+#include "output/render.h"
 
 namespace {
 
 using testing::HasSubstr;
 
 std::string list_of(const std::vector<pm_port_info_t> &ports) {
-    return pmctl::member_lists(pmctl::port_groups(), pmctl::records_of(std::span(ports)));
+    return pmctl::render({pmctl::member_sheets(pmctl::port_groups(), pmctl::records_of(std::span(ports))), {}}, {});
 }
 
 TEST(member_list, shows_each_member_beside_its_label) {

@@ -55,8 +55,10 @@ command_result run_show_interface(const arguments &given) {
     command_result result;
     const std::vector<pm_port_info_t> ports = collect(named_ranges(given), result.failures);
     const record_list list = records_of(std::span(ports));
-    result.output =
-        given.has("--json") ? json_text("interfaces", port_groups(), list) : member_lists(port_groups(), list);
+    if (given.has("--json"))
+        result.output.text = json_text("interfaces", port_groups(), list);
+    else
+        result.output.sheets = member_sheets(port_groups(), list);
     return result;
 }
 
@@ -65,8 +67,10 @@ command_result run_show_interface_brief(const arguments &given) {
     record_array<pm_port_info_brief_t> ports;
     attempt(result.failures, [&] { ports = switch_client().brief_ports(); });
     const record_list list = records_of(ports.all());
-    result.output =
-        given.has("--json") ? json_text("interfaces", brief_groups(), list) : column_table(brief_columns(), list);
+    if (given.has("--json"))
+        result.output.text = json_text("interfaces", brief_groups(), list);
+    else
+        result.output.sheets.push_back(column_sheet(brief_columns(), list));
     return result;
 }
 

@@ -6,9 +6,8 @@
 
 namespace pmctl {
 
-// A table with a header line and a line for each record; each column is as wide as its content. Nothing
-// when there is no record.
-std::string column_table(std::span<const record_member> columns, const record_list &records);
+// A table with a column for each member and a row for each record.
+sheet column_sheet(std::span<const record_member> columns, const record_list &records);
 
 }  // namespace pmctl
 

@@ -6,9 +6,9 @@
 
 namespace pmctl {
 
-// For each record its interface's name, then its members, one a line under the titles of their groups. The first member
-// of the first group is the interface index.
-std::string member_lists(std::span<const member_group> groups, const record_list &records);
+// A list for each record: its title is the interface's name; the members stand under the titles of their groups. The
+// first member of the first group is the interface index.
+std::vector<sheet> member_sheets(std::span<const member_group> groups, const record_list &records);
 
 }  // namespace pmctl
 

@@ -20,6 +20,20 @@ using enum member_format;
 
 constexpr uint32_t unknown_speed = 0xffffffff;
 
+// Of administrative and of operational states: up and trunking; down and failed.
+constexpr tone state_tone(uint32_t state) {
+    switch (state) {
+        case 1:
+        case 8:
+            return tone::good;
+        case 2:
+        case 16:
+            return tone::bad;
+        default:
+            return tone::plain;
+    }
+}
+
 template <typename Element>
 constexpr member_place place_of(size_t offset, size_t size) {
     return {static_cast<uint16_t>(offset), sizeof(Element), static_cast<uint16_t>(size / sizeof(Element))};
@@ -41,8 +55,8 @@ constexpr record_member general[] = {
 };
 
 constexpr record_member state[] = {
-    {"Admin state", "admin_state", PLACE(admin_state), number},
-    {"State", "oper_state", PLACE(oper_state), number},
+    {"Admin state", "admin_state", PLACE(admin_state), number, {}, state_tone},
+    {"State", "oper_state", PLACE(oper_state), number, {}, state_tone},
     {"State reason", "state_reason", PLACE(state_reason), number},
     {"Service state", "service_state", PLACE(service_state), number},
     {"Lane state", "lane_state", PLACE(lane_state), number},
@@ -142,7 +156,7 @@ constexpr record_member columns[] = {
     {"Interface", "if_index", BRIEF(if_index), interface},
     {"Admin mode", "admin_mode", BRIEF(admin_mode), number},
     {"Oper mode", "oper_mode", BRIEF(oper_mode), number},
-    {"State", "oper_state", BRIEF(oper_state), number},
+    {"State", "oper_state", BRIEF(oper_state), number, {}, state_tone},
     {"Reason", "state_reason", BRIEF(state_reason), number},
     {"Mbit/s", "oper_speed", BRIEF(oper_speed), number, unknown_speed},
     {"Port channel", "parent_if_index", BRIEF(parent_if_index), interface, 0},

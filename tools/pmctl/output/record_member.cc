@@ -91,4 +91,9 @@ std::string display_text(const record_member &member, std::span<const std::byte>
     }
 }
 
+cell display_cell(const record_member &member, std::span<const std::byte> record) {
+    const bool has_tone = member.tone_of != nullptr && !is_absent(member, record);
+    return {display_text(member, record), has_tone ? member.tone_of(number_of(member, record)) : tone::plain};
+}
+
 }  // namespace pmctl

@@ -13,6 +13,8 @@
 #include <string_view>
 #include <vector>
 
+#include "output/view.h"
+
 namespace pmctl {
 
 // How the bytes of a member are read and shown.
@@ -37,7 +39,8 @@ struct record_member {
     std::string_view key;    // in JSON
     member_place place;
     member_format format;
-    std::optional<uint32_t> absent = {};  // the value (after byte order) of a port that does not have this
+    std::optional<uint32_t> absent = {};         // the value (after byte order) of a port that does not have this
+    tone (*tone_of)(uint32_t number) = nullptr;  // of a number that is good or bad news
 };
 
 struct member_group {
@@ -72,6 +75,7 @@ std::string address_text(const record_member &member, std::span<const std::byte>
 
 // The member for people.
 std::string display_text(const record_member &member, std::span<const std::byte> record);
+cell display_cell(const record_member &member, std::span<const std::byte> record);
 
 }  // namespace pmctl
 
