@@ -3,6 +3,7 @@
 #ifndef PMCTL_COMMAND_H
 #define PMCTL_COMMAND_H
 
+#include <cstdint>
 #include <map>
 #include <span>
 #include <string>
@@ -13,14 +14,34 @@
 
 namespace pmctl {
 
-enum class argument_kind { flag, words };
+enum class argument_kind : uint8_t {
+    flag,    // "--json"
+    option,  // "--color WHEN": a flag and one word after it
+    word,    // one word in its place, which must be there
+    words    // any number of words in their place; the last argument in place
+};
 
-// One argument: a flag ("--json"), or any number of words in their place ("NAME").
+// What the words of an argument must be; completion offers them where it can.
+enum class argument_content : uint8_t {
+    text,
+    choice,      // one of `choices`
+    interfaces,  // names and ranges of interfaces, with commas between
+    seconds,     // a number of seconds to wait
+    command      // the words of a command
+};
+
 struct argument {
-    const char *name;
+    const char *name;  // "--json", "NAME"
     argument_kind kind;
     const char *help;
+    argument_content content = argument_content::text;
+    std::span<const char *const> choices = {};
+    const char *value = "";  // what help calls the word of an option: "WHEN"
 };
+
+constexpr bool is_option(const argument &taken) {
+    return taken.kind == argument_kind::flag || taken.kind == argument_kind::option;
+}
 
 // The arguments as they were given.
 class arguments {
@@ -33,9 +54,14 @@ class arguments {
         return found == values_.end() ? std::vector<std::string>{} : found->second;
     }
 
-    void set(std::string_view name, std::vector<std::string> words) {
-        values_.insert_or_assign(std::string(name), std::move(words));
+    // The only word given for `name`, or nothing.
+    [[nodiscard]] std::string word(std::string_view name) const {
+        const auto found = values_.find(name);
+        return found == values_.end() || found->second.empty() ? std::string{} : found->second.front();
     }
+
+    void set(std::string_view name) { values_[std::string(name)]; }
+    void add(std::string_view name, std::string word) { values_[std::string(name)].push_back(std::move(word)); }
 
     [[nodiscard]] const std::map<std::string, std::vector<std::string>, std::less<>> &all() const { return values_; }
 
@@ -52,7 +78,7 @@ struct command_result {
 // A command, or the head of a family of commands, which has no function of its own.
 struct command {
     std::string_view words;  // "show interface brief"
-    const char *summary;
+    const char *summary;     // a hidden command has none
     std::span<const argument> takes;
     const char *examples;                      // one a line, indented
     command_result (*run)(const arguments &);  // null for the head of a family

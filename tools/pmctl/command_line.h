@@ -11,7 +11,6 @@ namespace pmctl {
 struct invocation {
     const command *what = nullptr;
     arguments given;
-    bool verbose = false;
     std::string text;
 };
 

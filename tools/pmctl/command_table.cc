@@ -2,24 +2,46 @@
 // One row a command; a new family is a file in commands/ and its rows here.
 #include "command_table.h"
 
+#include <algorithm>
+
+#include "commands/help.h"
 #include "commands/show_interface.h"
 
 namespace pmctl {
 namespace {
 
-constexpr const char *json_help = "Print one JSON object instead of text";
+using enum argument_kind;
+using content = argument_content;
+
+constexpr const char *colour_choices[] = {"auto", "always", "never"};
+
+constexpr argument options_of_all[] = {
+    {"--color", option, "Colours: auto (on a terminal), always or never", content::choice, colour_choices, "WHEN"},
+    {"--help", flag, "Explain the command instead of running it; also -h"},
+    {"--verbose", flag, "Print the diagnostics of the library on standard error"},
+    {"--version", flag, "Print the version instead of running a command"},
+};
+
+constexpr argument json_flag = {"--json", flag, "Print one JSON object instead of text"};
+
+constexpr argument help_arguments[] = {
+    {"COMMAND", words, "The words of the command; none: all commands", content::command},
+};
 
 constexpr argument interface_arguments[] = {
-    {"NAME", argument_kind::words, "Interfaces or ranges of them: fc1/1-12,fc2/3 port-channel5; none: every interface"},
-    {"--all", argument_kind::flag, "Show every interface"},
-    {"--json", argument_kind::flag, json_help},
+    {"NAME", words, "Interfaces or ranges of them: fc1/1-12,fc2/3 port-channel5; none: every interface",
+     content::interfaces},
+    {"--all", flag, "Show every interface"},
+    json_flag,
 };
 
-constexpr argument brief_arguments[] = {
-    {"--json", argument_kind::flag, json_help},
-};
+constexpr argument brief_arguments[] = {json_flag};
 
 constexpr command commands[] = {
+    {"help", "Explain a command", help_arguments,
+     "  pmctl help\n"
+     "  pmctl help show interface\n",
+     run_help},
     {"show", "Show what the switch knows", {}, "", nullptr},
     {"show interface", "Show all that the switch knows about interfaces", interface_arguments,
      "  pmctl show interface fc1/1\n"
@@ -33,8 +55,32 @@ constexpr command commands[] = {
      run_show_interface_brief},
 };
 
+// Whether `each` has the words of `head` and one more.
+bool is_below(const command &each, std::string_view head) {
+    const size_t begin = head.empty() ? 0 : head.size() + 1;
+    return each.words.size() > begin && each.words.starts_with(head) && (begin == 0 || each.words[begin - 1] == ' ') &&
+           each.words.find(' ', begin) == std::string_view::npos;
+}
+
 }  // namespace
 
 std::span<const command> all_commands() { return commands; }
+
+std::span<const argument> global_options() { return options_of_all; }
+
+const command *find_command(std::string_view words) {
+    const auto found = std::find_if(std::begin(commands), std::end(commands),
+                                    [words](const command &each) { return each.words == words; });
+    return found == std::end(commands) ? nullptr : found;
+}
+
+std::vector<const command *> commands_below(std::string_view words) {
+    std::vector<const command *> below;
+    for (const command &each : commands)
+        if (is_below(each, words)) below.push_back(&each);
+    return below;
+}
+
+std::string_view last_word(const command &of) { return of.words.substr(of.words.rfind(' ') + 1); }
 
 }  // namespace pmctl

@@ -10,7 +10,7 @@ namespace {
 
 pmctl::outcome parse_and_carry_out(int argc, char **argv, pmctl::own_output &output) try {
     const pmctl::invocation call = pmctl::parse_command_line(argc, argv);
-    if (call.verbose) output.show_diagnostics();
+    if (call.given.has("--verbose")) output.show_diagnostics();
     return pmctl::carry_out(call);
 } catch (const pmctl::usage_error &error) {
     return {pmctl::exit_usage, {}, {error.what()}};

@@ -5,6 +5,7 @@
 
 #include <new>
 
+#include "argument_check.h"
 #include "failure.h"
 #include "output/printable_text.h"
 #include "output/render.h"
@@ -13,6 +14,7 @@ namespace pmctl {
 
 outcome carry_out(const invocation &call, const terminal &on) try {
     if (call.what == nullptr) return {exit_done, call.text, {}};
+    check_words(*call.what, call.given);
     command_result result = call.what->run(call.given);
     return {result.failures.empty() ? exit_done : exit_failed, render(result.output, on), std::move(result.failures)};
 } catch (const usage_error &error) {

@@ -126,7 +126,7 @@ TEST_F(pmctl_alone, refuses_a_wrong_command_line) {
     const auto result = pmctl({"show", "interface", "fcx1"});
     EXPECT_EQ(result.status, 2);
     EXPECT_THAT(result.output, IsEmpty());
-    EXPECT_EQ(result.messages, "pmctl: not an interface name: fcx1\n");
+    EXPECT_EQ(result.messages, "pmctl: not an interface name: fcx1; see pmctl show interface --help\n");
 }
 
 TEST_F(pmctl_alone, explains_itself) {

@@ -16,7 +16,8 @@ using pmctl::tone;
 std::string text_of(const pmctl::view &shown) { return pmctl::render(shown, {}); }
 
 TEST(render, aligns_the_columns_of_a_table) {
-    const sheet table{"Modules", {"Slot", "Model", "State"}, {{{"1"}, {"supervisor"}, {"ok"}}, {{"12"}, {"x"}, {"ok"}}}};
+    const sheet table{
+        "Modules", {"Slot", "Model", "State"}, {{{"1"}, {"supervisor"}, {"ok"}}, {{"12"}, {"x"}, {"ok"}}}};
     EXPECT_EQ(text_of({{table}, {}}), R"(Modules
 Slot  Model       State
 1     supervisor  ok
@@ -63,7 +64,8 @@ TEST(render, prints_text_as_it_stands) {
 tone brief_state_tone(uint8_t state) {
     pm_port_info_brief_t port = full_brief_port();
     port.oper_state = state;
-    return pmctl::column_sheet(pmctl::brief_columns(), pmctl::records_of(std::span<const pm_port_info_brief_t>(&port, 1)))
+    return pmctl::column_sheet(pmctl::brief_columns(),
+                               pmctl::records_of(std::span<const pm_port_info_brief_t>(&port, 1)))
         .rows[0][3]
         .tone;
 }

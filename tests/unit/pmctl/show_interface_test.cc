@@ -136,7 +136,7 @@ TEST_F(show_interface, says_why_no_handle_opened) {
 TEST_F(show_interface, asks_nothing_for_a_wrong_command_line) {
     const auto bad_name = run({"fc1/1", "fcx1"});
     EXPECT_EQ(bad_name.status, 2);
-    EXPECT_THAT(bad_name.messages, ElementsAre("not an interface name: fcx1"));
+    EXPECT_THAT(bad_name.messages, ElementsAre("not an interface name: fcx1; see pmctl show interface --help"));
     const auto both = run({"--all", "fc1/1"});
     EXPECT_EQ(both.status, 2);
     EXPECT_THAT(both.messages, ElementsAre("--all and interface names exclude each other"));

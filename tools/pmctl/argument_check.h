@@ -1,0 +1,20 @@
+// SPDX-License-Identifier: Apache-2.0
+#ifndef PMCTL_ARGUMENT_CHECK_H
+#define PMCTL_ARGUMENT_CHECK_H
+
+#include "command.h"
+
+namespace pmctl {
+
+// Throws usage_error when something was given that the command does not take, or something that it needs was not.
+void check_places(const command &of, const arguments &given);
+
+// Throws usage_error, with a suggestion where one is near, for the first word that is not what its argument takes.
+void check_words(const command &of, const arguments &given);
+
+// What was typed for argument_content::seconds, in seconds. Throws usage_error.
+double parse_seconds(const std::string &text);
+
+}  // namespace pmctl
+
+#endif
