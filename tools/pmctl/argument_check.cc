@@ -20,8 +20,7 @@ constexpr double longest_wait = 86400;
 constexpr std::string_view digits = "0123456789";
 
 // Abbreviations are what typing errors are made in, too.
-constexpr const char *interface_kinds[] = {"fc",   "Ethernet", "eth",     "port-channel", "po",
-                                           "fcip", "mgmt",     "loopback"};
+constexpr const char *interface_kinds[] = {"fc", "Ethernet", "eth", "port-channel", "po", "fcip", "mgmt", "loopback"};
 
 bool takes(const command &of, const std::string &name) {
     const auto is_named = [&name](const argument &each) { return each.name == name; };

@@ -63,7 +63,8 @@ std::string usage_line(const command *of) {
     if (of->run == nullptr) return fmt::format("Usage: pmctl {} COMMAND...\n", of->words);
     std::string line = fmt::format("Usage: pmctl {}", of->words);
     for (const argument &taken : of->takes)
-        line += taken.kind == argument_kind::word ? fmt::format(" {}", taken.name) : fmt::format(" [{}]", signature(taken));
+        line +=
+            taken.kind == argument_kind::word ? fmt::format(" {}", taken.name) : fmt::format(" [{}]", signature(taken));
     return line + "\n";
 }
 

@@ -11,7 +11,7 @@ namespace {
 pmctl::outcome parse_and_carry_out(int argc, char **argv, pmctl::own_output &output) try {
     const pmctl::invocation call = pmctl::parse_command_line(argc, argv);
     if (call.given.has("--verbose")) output.show_diagnostics();
-    return pmctl::carry_out(call);
+    return pmctl::carry_out(call, pmctl::terminal_at(output.descriptor(), call.given.word("--color")));
 } catch (const pmctl::usage_error &error) {
     return {pmctl::exit_usage, {}, {error.what()}};
 }

@@ -34,29 +34,28 @@ TEST_P(typed_names, are_refused_with_what_may_have_been_meant) {
     arguments given;
     given.add("NAME", "fc1/1");
     given.add("NAME", GetParam().typed);
-    EXPECT_EQ(refusal_of([&given] { check_words(*pmctl::find_command("show interface"), given); }),
-              GetParam().refusal);
+    EXPECT_EQ(refusal_of([&given] { check_words(*pmctl::find_command("show interface"), given); }), GetParam().refusal);
 }
 
 INSTANTIATE_TEST_SUITE_P(
     all, typed_names,
-    testing::Values(
-        typed_name{"fc1/1-4,mgmt0", "accepted"}, typed_name{"FC1/1", "accepted"},
-        typed_name{"brif", "not an interface name: brif; did you mean brief?"},
-        typed_name{"ehternet2/1", "not an interface name: ehternet2/1; did you mean Ethernet2/1?"},
-        typed_name{"fx1/1", "not an interface name: fx1/1; did you mean fc1/1?"},
-        typed_name{"mgmt0,fx1/1-4", "not an interface name: fx1/1-4; did you mean fc1/1-4?"},
-        typed_name{"port-chanel5", "not an interface name: port-chanel5; did you mean port-channel5?"},
-        typed_name{"port_channel5.30", "not an interface name: port_channel5.30; did you mean port-channel5.30?"},
-        typed_name{"eht2/7", "not an interface name: eht2/7; did you mean eth2/7?"},
-        typed_name{"loopbak1", "not an interface name: loopbak1; did you mean loopback1?"},
-        // a kind that is near, of which there is no such interface
-        typed_name{"fcx1", "not an interface name: fcx1; see pmctl show interface --help"},
-        typed_name{"fc1/", "not an interface name: fc1/; see pmctl show interface --help"},
-        typed_name{"xyzzy", "not an interface name: xyzzy; see pmctl show interface --help"},
-        typed_name{"", "not an interface name: ; see pmctl show interface --help"},
-        typed_name{"fc1/1,", "not an interface name: ; see pmctl show interface --help"},
-        typed_name{"fc1/12-1", "the range runs backwards: fc1/12-1; see pmctl show interface --help"}));
+    testing::Values(typed_name{"fc1/1-4,mgmt0", "accepted"}, typed_name{"FC1/1", "accepted"},
+                    typed_name{"brif", "not an interface name: brif; did you mean brief?"},
+                    typed_name{"ehternet2/1", "not an interface name: ehternet2/1; did you mean Ethernet2/1?"},
+                    typed_name{"fx1/1", "not an interface name: fx1/1; did you mean fc1/1?"},
+                    typed_name{"mgmt0,fx1/1-4", "not an interface name: fx1/1-4; did you mean fc1/1-4?"},
+                    typed_name{"port-chanel5", "not an interface name: port-chanel5; did you mean port-channel5?"},
+                    typed_name{"port_channel5.30",
+                               "not an interface name: port_channel5.30; did you mean port-channel5.30?"},
+                    typed_name{"eht2/7", "not an interface name: eht2/7; did you mean eth2/7?"},
+                    typed_name{"loopbak1", "not an interface name: loopbak1; did you mean loopback1?"},
+                    // a kind that is near, of which there is no such interface
+                    typed_name{"fcx1", "not an interface name: fcx1; see pmctl show interface --help"},
+                    typed_name{"fc1/", "not an interface name: fc1/; see pmctl show interface --help"},
+                    typed_name{"xyzzy", "not an interface name: xyzzy; see pmctl show interface --help"},
+                    typed_name{"", "not an interface name: ; see pmctl show interface --help"},
+                    typed_name{"fc1/1,", "not an interface name: ; see pmctl show interface --help"},
+                    typed_name{"fc1/12-1", "the range runs backwards: fc1/12-1; see pmctl show interface --help"}));
 
 TEST(choices, are_held_to) {
     const auto refusal = [](const char *typed) {

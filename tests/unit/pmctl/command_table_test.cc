@@ -70,7 +70,8 @@ TEST(command_table, finds_commands_by_all_their_words) {
 
 TEST(command_table, knows_the_commands_one_word_below) {
     for (const auto *each : pmctl::commands_below("")) EXPECT_EQ(each->words.find(' '), std::string_view::npos);
-    EXPECT_THAT(pmctl::commands_below("show interface"), testing::Contains(pmctl::find_command("show interface brief")));
+    EXPECT_THAT(pmctl::commands_below("show interface"),
+                testing::Contains(pmctl::find_command("show interface brief")));
     EXPECT_THAT(pmctl::commands_below("show"),
                 testing::Not(testing::Contains(pmctl::find_command("show interface brief"))));
     EXPECT_THAT(pmctl::commands_below("show inter"), testing::IsEmpty());

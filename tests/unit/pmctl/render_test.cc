@@ -61,6 +61,59 @@ TEST(render, prints_text_as_it_stands) {
     EXPECT_EQ(text_of({{{"", {"A"}, {{{"1"}}}}}, "end"}), "A\n1\nend");
 }
 
+const sheet two_ports{
+    "",
+    {"Interface", "Port channel", "State"},
+    {{{"fc1/1"}, {"port-channel12"}, {"up", tone::good}}, {{"Ethernet2/7.100"}, {"-"}, {"down", tone::bad}}}};
+
+TEST(colours, tell_good_from_bad) {
+    EXPECT_EQ(pmctl::render({{two_ports}, {}}, {.colour = true}),
+              "Interface        Port channel    State\n"
+              "fc1/1            port-channel12  \033[32mup\033[0m\n"
+              "Ethernet2/7.100  -               \033[31mdown\033[0m\n");
+}
+
+TEST(colours, show_what_changed) {
+    const sheet list{"", {}, {{{"State"}, {"up", tone::good, true}}, {{"Speed"}, {"8000", tone::plain, true}}}};
+    const sheet table{"", {"A", "B"}, {{{"1"}, {"no", tone::bad, true}}}};
+    EXPECT_EQ(pmctl::render({{list, table}, {}}, {.colour = true}),
+              "State  \033[32;7mup\033[0m\nSpeed  \033[7m8000\033[0m\n\nA  B\n1  \033[31;7mno\033[0m\n");
+}
+
+TEST(change_marks, take_the_place_of_colours) {
+    const sheet list{"", {}, {{{"State"}, {"up", tone::good, true}}, {{"Speed"}, {"8000"}}}};
+    const sheet table{
+        "", {"A", "B", "C"}, {{{"1", tone::plain, true}, {"", tone::plain, true}, {"x"}}, {{"2"}, {"y"}, {"x"}}}};
+    EXPECT_EQ(text_of({{list, table}, {}}), "State  up*\nSpeed  8000\n\nA   B  C\n1*  *  x\n2   y  x\n");
+}
+
+TEST(tables, fit_the_terminal) {
+    EXPECT_EQ(pmctl::render({{two_ports}, {}}, {.width = 34}),
+              "Interface        Port chan\u2026  State\n"
+              "fc1/1            port-chan\u2026  up\n"
+              "Ethernet2/7.100  -           down\n");
+    EXPECT_EQ(pmctl::render({{two_ports}, {}}, {.width = 10}),
+              "Interface        Por\u2026  Sta\u2026\n"
+              "fc1/1            por\u2026  up\n"
+              "Ethernet2/7.100  -     down\n");
+}
+
+TEST(tables, keep_marks_and_colours_of_cells_that_are_cut) {
+    sheet table{"", {"A", "B"}, {{{"1"}, {"port-channel12", tone::bad, true}}}};
+    EXPECT_EQ(pmctl::render({{table}, {}}, {.width = 9}), "A  B\n1  port\u2026*\n");
+    EXPECT_EQ(pmctl::render({{table}, {}}, {.colour = true, .width = 9}), "A  B\n1  \033[31;7mport-\u2026\033[0m\n");
+}
+
+TEST(tables, align_characters_not_bytes) {
+    const sheet table{"", {"A", "B"}, {{{"Z\u00fcrich"}, {"1"}}, {{"Berlin"}, {"2"}}}};
+    EXPECT_EQ(text_of({{table}, {}}), "A       B\nZ\u00fcrich  1\nBerlin  2\n");
+}
+
+TEST(lists, are_never_cut) {
+    const sheet list{"", {}, {{{"Description"}, {"a long one"}}}};
+    EXPECT_EQ(pmctl::render({{list}, {}}, {.width = 5}), "Description  a long one\n");
+}
+
 tone brief_state_tone(uint8_t state) {
     pm_port_info_brief_t port = full_brief_port();
     port.oper_state = state;

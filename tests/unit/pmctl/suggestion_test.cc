@@ -43,19 +43,19 @@ TEST_P(typings, are_answered_with_the_nearest) {
               GetParam().meant);
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    all, typings,
-    testing::Values(typing{"shwo", {"show"}}, typing{"Shwo", {"show"}}, typing{"sohw", {"show"}}, typing{"ste", {"set"}},
-                    typing{"st", {"set"}}, typing{"claer", {"clear"}}, typing{"cler", {"clear"}},
-                    typing{"interfaces", {"interface"}}, typing{"intrefcae", {"interface"}},
-                    typing{"port_chanel", {"port-channel"}},
-                    typing{"fx", {"fc"}}, typing{"--jsno", {"--json"}}, typing{"-all", {"--all"}},
-                    // abbreviations, however short
-                    typing{"int", {"interface"}}, typing{"po", {"port-channel"}}, typing{"sh", {"show"}},
-                    typing{"--a", {"--all"}},
-                    // too far, or too short to tell
-                    typing{"", {}}, typing{"s", {}}, typing{"xyz", {}}, typing{"shut", {}}, typing{"sxxw", {}},
-                    typing{"intrfacsss", {}}, typing{"-", {}}, typing{"--xml", {}}));
+INSTANTIATE_TEST_SUITE_P(all, typings,
+                         testing::Values(typing{"shwo", {"show"}}, typing{"Shwo", {"show"}}, typing{"sohw", {"show"}},
+                                         typing{"ste", {"set"}}, typing{"st", {"set"}}, typing{"claer", {"clear"}},
+                                         typing{"cler", {"clear"}}, typing{"interfaces", {"interface"}},
+                                         typing{"intrefcae", {"interface"}}, typing{"port_chanel", {"port-channel"}},
+                                         typing{"fx", {"fc"}}, typing{"--jsno", {"--json"}}, typing{"-all", {"--all"}},
+                                         // abbreviations, however short
+                                         typing{"int", {"interface"}}, typing{"po", {"port-channel"}},
+                                         typing{"sh", {"show"}}, typing{"--a", {"--all"}},
+                                         // too far, or too short to tell
+                                         typing{"", {}}, typing{"s", {}}, typing{"xyz", {}}, typing{"shut", {}},
+                                         typing{"sxxw", {}}, typing{"intrfacsss", {}}, typing{"-", {}},
+                                         typing{"--xml", {}}));
 
 TEST(nearest, names_all_that_are_as_near_but_three_at_most) {
     EXPECT_THAT(nearest("shoe", {"show", "shop", "clear"}), ElementsAre("show", "shop"));

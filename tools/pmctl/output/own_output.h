@@ -20,6 +20,9 @@ class own_output {
     // From here on it goes to standard error.
     void show_diagnostics();
 
+    // The real standard output, or -1.
+    [[nodiscard]] int descriptor() const { return descriptor_; }
+
     // Writes all of the text to the real standard output. Returns why it failed, or nothing; a reader that has gone
     // away is no failure.
     [[nodiscard]] std::string write(std::string_view text);

@@ -3,14 +3,13 @@
 
 #include <algorithm>
 
+#include "output/cell_text.h"
+#include "output/fitted_widths.h"
+
 namespace pmctl {
 namespace {
 
-constexpr size_t gap = 2;
 constexpr size_t indent = 2;
-
-// One each column.
-using column_widths = std::vector<size_t>;
 
 row header_row(const sheet &table) {
     row header;
@@ -18,68 +17,73 @@ row header_row(const sheet &table) {
     return header;
 }
 
-void widen(column_widths &widths, const row &cells) {
+void widen(column_widths &widths, const row &cells, const terminal &on) {
     widths.resize(std::max(widths.size(), cells.size()));
     for (size_t column = 0; column < cells.size(); ++column)
-        widths[column] = std::max(widths[column], cells[column].text.size());
+        widths[column] = std::max(widths[column], cell_width(cells[column], on));
 }
 
 // Without blanks at the end.
-std::string line_of(const row &cells, const column_widths &widths, size_t indented) {
+std::string line_of(const row &cells, const column_widths &widths, size_t indented, const terminal &on) {
     std::string line;
     size_t blanks = indented;
     for (size_t column = 0; column < cells.size(); ++column) {
-        const std::string &text = cells[column].text;
-        if (!text.empty()) {
-            line.append(blanks, ' ').append(text);
+        const cell_text shown = cell_text_of(cells[column], widths[column], on);
+        if (shown.width > 0) {
+            line.append(blanks, ' ').append(shown.text);
             blanks = 0;
         }
-        blanks += widths[column] - text.size() + gap;
+        blanks += widths[column] - shown.width + column_gap;
     }
     return line + "\n";
 }
 
-std::string table_lines(const sheet &table) {
+std::string table_lines(const sheet &table, const terminal &on) {
     const row header = header_row(table);
     column_widths widths;
-    widen(widths, header);
-    for (const row &each : table.rows) widen(widths, each);
-    std::string lines = line_of(header, widths, 0);
-    for (const row &each : table.rows) lines += line_of(each, widths, 0);
+    widen(widths, header, on);
+    for (const row &each : table.rows) widen(widths, each, on);
+    widths = fitted_widths(widths, on.width);
+    std::string lines = line_of(header, widths, 0, on);
+    for (const row &each : table.rows) lines += line_of(each, widths, 0, on);
     return lines;
 }
 
 bool is_heading(const row &cells) { return cells.size() == 1; }
 
-column_widths list_widths(const view &shown) {
+column_widths list_widths(const view &shown, const terminal &on) {
     column_widths widths;
     for (const sheet &each : shown.sheets)
         for (const row &line : each.rows)
-            if (each.header.empty() && !is_heading(line)) widen(widths, line);
+            if (each.header.empty() && !is_heading(line)) widen(widths, line, on);
     return widths;
 }
 
-std::string list_lines(const sheet &list, const column_widths &widths) {
+std::string list_lines(const sheet &list, const column_widths &widths, const terminal &on) {
     std::string lines;
     const size_t outside = list.title.empty() ? 0 : indent;
     size_t indented = outside;
     for (const row &each : list.rows) {
-        lines += is_heading(each) ? std::string(outside, ' ') + each[0].text + "\n" : line_of(each, widths, indented);
-        if (is_heading(each)) indented = outside + indent;
+        if (is_heading(each)) {
+            lines += std::string(outside, ' ') + each[0].text + "\n";
+            indented = outside + indent;
+        } else {
+            lines += line_of(each, widths, indented, on);
+        }
     }
     return lines;
 }
 
 }  // namespace
 
-std::string render(const view &shown, const terminal &) {
-    const column_widths of_lists = list_widths(shown);
+std::string render(const view &shown, const terminal &on) {
+    const column_widths of_lists = list_widths(shown, on);
     std::string text;
     for (const sheet &each : shown.sheets) {
         if (each.rows.empty()) continue;
         if (!text.empty()) text += "\n";
         if (!each.title.empty()) text += each.title + "\n";
-        text += each.header.empty() ? list_lines(each, of_lists) : table_lines(each);
+        text += each.header.empty() ? list_lines(each, of_lists, on) : table_lines(each, on);
     }
     return text + shown.text;
 }

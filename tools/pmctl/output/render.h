@@ -8,7 +8,8 @@
 namespace pmctl {
 
 // The view as text. Sheets are parted by a blank line; one without rows is left out. Every column of a table is as
-// wide as its content, and so are the labels of all lists together.
+// wide as its content, or narrower where the table would not fit on the terminal; the labels of all lists are as wide
+// as the longest.
 std::string render(const view &shown, const terminal &on);
 
 }  // namespace pmctl

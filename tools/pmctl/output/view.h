@@ -14,6 +14,7 @@ enum class tone : uint8_t { plain, good, bad };
 struct cell {
     std::string text;
     pmctl::tone tone = tone::plain;
+    bool changed = false;  // since the drawing before, when there was one
 };
 
 // A row is known by its first cell.

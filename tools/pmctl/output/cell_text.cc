@@ -1,0 +1,40 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "output/cell_text.h"
+
+#include <fmt/core.h>
+
+#include "output/text_width.h"
+
+namespace pmctl {
+namespace {
+
+constexpr std::string_view change_mark = "*";
+
+std::string_view mark_of(const cell &from, const terminal &on) {
+    return from.changed && !on.colour ? change_mark : std::string_view{};
+}
+
+// The parameters of the sequence that selects how characters look.
+const char *look_of(const cell &from) {
+    switch (from.tone) {
+        case tone::good:
+            return from.changed ? "32;7" : "32";
+        case tone::bad:
+            return from.changed ? "31;7" : "31";
+        default:
+            return from.changed ? "7" : "";
+    }
+}
+
+}  // namespace
+
+size_t cell_width(const cell &from, const terminal &on) { return text_width(from.text) + mark_of(from, on).size(); }
+
+cell_text cell_text_of(const cell &from, size_t width, const terminal &on) {
+    const std::string_view mark = mark_of(from, on);
+    const std::string text = shortened(from.text, width - mark.size()).append(mark);
+    const std::string_view look = on.colour && !text.empty() ? look_of(from) : "";
+    return {look.empty() ? text : fmt::format("\033[{}m{}\033[0m", look, text), text_width(text)};
+}
+
+}  // namespace pmctl
