@@ -12,6 +12,7 @@ struct invocation {
     const command *what = nullptr;
     arguments given;
     std::string text;
+    std::string typed;  // the whole line
 };
 
 // Throws usage_error.

@@ -22,6 +22,11 @@ constexpr argument options_of_all[] = {
     {"--version", flag, "Print the version instead of running a command"},
 };
 
+// For the commands that ask the switch.
+constexpr argument watch_option = {
+    "--watch",        option, "Show it again every so many seconds, 0.1 to 86400, with what changed marked",
+    content::seconds, {},     "SECONDS"};
+
 constexpr argument json_flag = {"--json", flag, "Print one JSON object instead of text"};
 
 constexpr argument help_arguments[] = {
@@ -33,9 +38,10 @@ constexpr argument interface_arguments[] = {
      content::interfaces},
     {"--all", flag, "Show every interface"},
     json_flag,
+    watch_option,
 };
 
-constexpr argument brief_arguments[] = {json_flag};
+constexpr argument brief_arguments[] = {json_flag, watch_option};
 
 constexpr command commands[] = {
     {"help", "Explain a command", help_arguments,
@@ -51,7 +57,8 @@ constexpr command commands[] = {
      run_show_interface},
     {"show interface brief", "Show one line for each interface", brief_arguments,
      "  pmctl show interface brief\n"
-     "  pmctl show interface brief --json\n",
+     "  pmctl show interface brief --json\n"
+     "  pmctl show interface brief --watch 2\n",
      run_show_interface_brief},
 };
 

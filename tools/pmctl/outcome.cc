@@ -12,17 +12,24 @@
 
 namespace pmctl {
 
-outcome carry_out(const invocation &call, const terminal &on) try {
-    if (call.what == nullptr) return {exit_done, call.text, {}};
+answer run_command(const invocation &call) try {
+    if (call.what == nullptr) return {exit_done, {{}, call.text}, {}};
     check_words(*call.what, call.given);
     command_result result = call.what->run(call.given);
-    return {result.failures.empty() ? exit_done : exit_failed, render(result.output, on), std::move(result.failures)};
+    return {result.failures.empty() ? exit_done : exit_failed, std::move(result.output), std::move(result.failures)};
 } catch (const usage_error &error) {
     return {exit_usage, {}, {error.what()}};
 } catch (const std::bad_alloc &) {
     return {exit_failed, {}, {"out of memory"}};
 } catch (const std::exception &error) {
     return {exit_failed, {}, {error.what()}};
+}
+
+outcome carry_out(const invocation &call, const terminal &on) try {
+    answer found = run_command(call);
+    return {found.status, render(found.output, on), std::move(found.messages)};
+} catch (const std::bad_alloc &) {
+    return {exit_failed, {}, {"out of memory"}};
 }
 
 std::string message_line(const std::string &message) { return fmt::format("pmctl: {}\n", printable_text(message)); }

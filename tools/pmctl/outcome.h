@@ -16,7 +16,17 @@ struct outcome {
     std::vector<std::string> messages;  // for standard error, one line each, without the program's name
 };
 
-// Carries out what parse_command_line found; the output is made for `on`. Does not throw.
+// The same before the output is made into text.
+struct answer {
+    int status;
+    view output;
+    std::vector<std::string> messages;
+};
+
+// Carries out what parse_command_line found. Does not throw.
+answer run_command(const invocation &call);
+
+// The same, with the output as text for `on`. Does not throw.
 outcome carry_out(const invocation &call, const terminal &on = {});
 
 // How a message looks on standard error.

@@ -84,4 +84,19 @@ TEST(own_output_test, is_quiet_about_a_reader_that_has_gone) {
     EXPECT_EXIT(child(), testing::ExitedWithCode(as_expected), "");
 }
 
+TEST(own_output_test, gives_up_when_a_signal_says_so) {
+    const auto child = [] {
+        int ends[2];
+        if (pipe(ends) != 0) _exit(2);
+        redirect_output_to(ends[1]);
+        struct sigaction on_alarm {};
+        on_alarm.sa_handler = [](int) {};
+        sigaction(SIGALRM, &on_alarm, nullptr);
+        ualarm(50'000, 0);
+        pmctl::own_output output;
+        end_if_equal(output.write(std::string(1'000'000, 'x'), [] { return true; }), "");
+    };
+    EXPECT_EXIT(child(), testing::ExitedWithCode(as_expected), "");
+}
+
 }  // namespace

@@ -42,11 +42,12 @@ void own_output::show_diagnostics() {
     setvbuf(stdout, nullptr, _IOLBF, 0);
 }
 
-std::string own_output::write(std::string_view text) {
+std::string own_output::write(std::string_view text, bool (*gives_up)()) {
     while (!text.empty()) {
         const ssize_t written = ::write(descriptor_, text.data(), text.size());
         if (written < 0 && errno != EINTR) return write_failure(errno);
         if (written > 0) text.remove_prefix(static_cast<size_t>(written));
+        if (gives_up != nullptr && gives_up()) return {};
     }
     return {};
 }

@@ -24,8 +24,8 @@ class own_output {
     [[nodiscard]] int descriptor() const { return descriptor_; }
 
     // Writes all of the text to the real standard output. Returns why it failed, or nothing; a reader that has gone
-    // away is no failure.
-    [[nodiscard]] std::string write(std::string_view text);
+    // away is no failure. After a signal it asks whether to give up, which is no failure either.
+    [[nodiscard]] std::string write(std::string_view text, bool (*gives_up)() = nullptr);
 
   private:
     int descriptor_;  // -1 when the program was started without standard output

@@ -1,0 +1,91 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "watch/live_surroundings.h"
+
+#include <fcntl.h>
+#include <poll.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <csignal>
+#include <cstdio>
+#include <ctime>
+#include <system_error>
+
+#include "outcome.h"
+
+namespace pmctl {
+namespace {
+
+using std::chrono::nanoseconds;
+
+// What the signal handler touches: the flag, and a pipe that wakes who waits.
+volatile std::sig_atomic_t stop_requested = 0;
+std::array<int, 2> wake_pipe{-1, -1};
+
+void request_stop(int) {
+    stop_requested = 1;
+    [[maybe_unused]] const ssize_t written = write(wake_pipe[1], "", 1);
+}
+
+// Blocking calls are interrupted, so that a switch that does not answer holds nobody up. A signal that the program was
+// started to ignore is ignored.
+void stop_at(int signal) {
+    struct sigaction before {};
+    sigaction(signal, nullptr, &before);
+    if (before.sa_handler == SIG_IGN) return;
+    struct sigaction stop {};
+    stop.sa_handler = request_stop;
+    stop.sa_flags = SA_RESETHAND;
+    sigaction(signal, &stop, nullptr);
+}
+
+timespec time_left(steady_time until) {
+    const auto left = std::max<steady_interval>(until - std::chrono::steady_clock::now(), steady_interval::zero());
+    const auto whole = std::chrono::duration_cast<std::chrono::seconds>(left);
+    return {static_cast<time_t>(whole.count()), static_cast<long>(nanoseconds(left - whole).count())};
+}
+
+}  // namespace
+
+live_surroundings::live_surroundings(own_output &output, std::string colour_option)
+    : output_(output), colour_option_(std::move(colour_option)) {
+    if (pipe2(wake_pipe.data(), O_CLOEXEC | O_NONBLOCK) != 0)
+        throw std::system_error(errno, std::generic_category(), "cannot wait");
+    stop_at(SIGINT);
+    stop_at(SIGTERM);
+}
+
+terminal live_surroundings::screen() const { return terminal_at(output_.descriptor(), colour_option_); }
+
+steady_time live_surroundings::now() const { return std::chrono::steady_clock::now(); }
+
+std::string live_surroundings::time_of_day() const {
+    const time_t seconds = time(nullptr);
+    tm local{};
+    localtime_r(&seconds, &local);
+    char text[sizeof "2026-11-21 15:24:50"]{};
+    strftime(text, sizeof text, "%Y-%m-%d %H:%M:%S", &local);
+    return text;
+}
+
+bool live_surroundings::is_over() const { return stop_requested != 0 || reader_has_gone_; }
+
+void live_surroundings::wait_until(steady_time when) {
+    while (!is_over()) {
+        std::array<pollfd, 2> watched{{{wake_pipe[0], POLLIN, 0}, {output_.descriptor(), 0, 0}}};
+        const timespec left = time_left(when);
+        ppoll(watched.data(), watched.size(), &left, nullptr);
+        reader_has_gone_ = (watched[1].revents & POLLERR) != 0;
+        if (now() >= when) return;
+    }
+}
+
+std::string live_surroundings::write(const std::string &text) {
+    return output_.write(text, [] { return stop_requested != 0; });
+}
+
+void live_surroundings::tell(const std::string &message) { fputs(message_line(message).c_str(), stderr); }
+
+}  // namespace pmctl

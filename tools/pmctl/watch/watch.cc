@@ -1,0 +1,86 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "watch/watch.h"
+
+#include <algorithm>
+
+#include <fmt/core.h>
+
+#include "argument_check.h"
+#include "outcome.h"
+#include "output/printable_text.h"
+#include "output/render.h"
+#include "watch/change_marks.h"
+#include "watch/drawing.h"
+
+namespace pmctl {
+namespace {
+
+bool has_rows(const view &of) {
+    return std::any_of(of.sheets.begin(), of.sheets.end(), [](const sheet &each) { return !each.rows.empty(); });
+}
+
+// One run of `watch`.
+class watcher {
+  public:
+    watcher(const invocation &call, watch_surroundings &surroundings)
+        : call_(call), surroundings_(surroundings), seconds_(call.given.word("--watch")) {}
+
+    int run() {
+        const auto interval =
+            std::chrono::duration_cast<steady_interval>(std::chrono::duration<double>(parse_seconds(seconds_)));
+        for (steady_time drawn = surroundings_.now();; drawn = next_drawing(drawn, interval, surroundings_.now())) {
+            surroundings_.wait_until(drawn);
+            if (surroundings_.is_over()) return exit_done;
+            answer found = run_command(call_);
+            if (surroundings_.is_over()) return exit_done;  // which the answer may suffer from
+            if (const int status = show(std::move(found)); status != exit_done) return status;
+        }
+    }
+
+  private:
+    // Returns the exit status when it is of no use to go on, else exit_done.
+    int show(answer found) {
+        const view unmarked = found.output;
+        if (has_rows(before_)) mark_changes(found.output, before_);
+        if (has_rows(unmarked)) before_ = unmarked;
+        const terminal screen = surroundings_.screen();
+        const bool drawn_over = screen.height > 0 && found.output.text.empty() && found.status != exit_usage;
+        const std::string text = drawn_over ? on_screen(found, screen) : one_after_another(found, screen);
+        if (found.status == exit_usage) return exit_usage;
+        const std::string failure = surroundings_.write(text);
+        if (failure.empty()) return exit_done;
+        surroundings_.tell(failure);
+        return exit_failed;
+    }
+
+    std::string on_screen(const answer &found, const terminal &screen) const {
+        std::string text = fmt::format("Every {}s: {}   {}\n\n", seconds_, printable_text(call_.typed),
+                                       surroundings_.time_of_day());
+        for (const std::string &message : found.messages) text += message_line(message);
+        return screen_drawing(text + render(found.output, screen), screen.height);
+    }
+
+    std::string one_after_another(const answer &found, const terminal &screen) {
+        for (const std::string &message : found.messages) surroundings_.tell(message);
+        const std::string text = render(found.output, screen);
+        const bool parted = has_drawn_ && has_rows(found.output);
+        has_drawn_ = has_drawn_ || has_rows(found.output);
+        return parted ? "\n" + text : text;
+    }
+
+    const invocation &call_;
+    watch_surroundings &surroundings_;
+    std::string seconds_;
+    view before_;
+    bool has_drawn_ = false;
+};
+
+}  // namespace
+
+int watch(const invocation &call, watch_surroundings &surroundings) { return watcher(call, surroundings).run(); }
+
+steady_time next_drawing(steady_time last, steady_interval interval, steady_time now) {
+    return last + interval * ((now - last) / interval + 1);
+}
+
+}  // namespace pmctl
