@@ -2,8 +2,8 @@
 #include <gmock/gmock.h>
 
 #include <nlohmann/json.hpp>
-#include <sstream>
 
+#include "integration/pmctl/pmctl_runs.h"
 #include "integration/virtual_switch/virtual_switch_test.h"
 
 namespace {
@@ -14,35 +14,6 @@ using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::SizeIs;
 using testing::StartsWith;
-
-struct run_result {
-    std::string output;
-    std::string messages;
-    int status;
-};
-
-run_result run_program(const std::vector<std::string> &command) {
-    child_process program(command);
-    run_result result;
-    result.output = program.read_rest(child_process::standard_output);
-    result.messages = program.read_rest(child_process::standard_error);
-    result.status = program.wait();
-    return result;
-}
-
-run_result pmctl(std::vector<std::string> words) {
-    words.insert(words.begin(), PMCTL);
-    return run_program(words);
-}
-
-run_result shell(const std::string &script) { return run_program({"/bin/sh", "-c", script}); }
-
-std::vector<std::string> lines_of(const std::string &text) {
-    std::vector<std::string> lines;
-    std::istringstream stream(text);
-    for (std::string line; std::getline(stream, line);) lines.push_back(line);
-    return lines;
-}
 
 std::vector<std::string> names_in(const std::string &json_text) {
     const auto document = nlohmann::json::parse(json_text);

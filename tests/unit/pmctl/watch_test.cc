@@ -128,8 +128,9 @@ TEST_F(watch, draws_over_a_screen_under_a_heading) {
     around_.steps = {[] {}, [] { set_state(2); }};
     EXPECT_EQ(run(), 0);
     ASSERT_THAT(around_.drawings, SizeIs(2));
-    EXPECT_THAT(around_.drawings[0], StartsWith("\033[?7l\033[HEvery 2s: pmctl show interface brief --watch 2   12:00:00\033[K\n"
-                                                "\033[K\nInterface  "));
+    EXPECT_THAT(around_.drawings[0],
+                StartsWith("\033[?7l\033[HEvery 2s: pmctl show interface brief --watch 2   12:00:00\033[K\n"
+                           "\033[K\nInterface  "));
     EXPECT_THAT(around_.drawings[0], HasSubstr("\033[32m1\033[0m"));
     EXPECT_THAT(around_.drawings[1], HasSubstr("\033[31;7m2\033[0m"));
     EXPECT_THAT(around_.drawings[1], EndsWith("\033[K\n\033[J\033[?7h"));

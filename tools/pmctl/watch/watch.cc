@@ -54,8 +54,8 @@ class watcher {
     }
 
     std::string on_screen(const answer &found, const terminal &screen) const {
-        std::string text = fmt::format("Every {}s: {}   {}\n\n", seconds_, printable_text(call_.typed),
-                                       surroundings_.time_of_day());
+        std::string text =
+            fmt::format("Every {}s: {}   {}\n\n", seconds_, printable_text(call_.typed), surroundings_.time_of_day());
         for (const std::string &message : found.messages) text += message_line(message);
         return screen_drawing(text + render(found.output, screen), screen.height);
     }

@@ -1,0 +1,137 @@
+// SPDX-License-Identifier: Apache-2.0
+// Watching the running virtual switch while it changes.
+#include <gmock/gmock.h>
+
+#include <chrono>
+#include <csignal>
+#include <fstream>
+#include <optional>
+#include <thread>
+
+#include "integration/pmctl/pmctl_runs.h"
+#include "integration/pmctl/pseudo_terminal.h"
+#include "integration/virtual_switch/virtual_switch_test.h"
+
+namespace {
+
+using testing::AllOf;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::Not;
+using testing::StartsWith;
+
+class pmctl_watch : public runtime_dir_test {
+  protected:
+    pmctl_watch() {
+        describe("up");
+        switch_.emplace(chassis_file_);
+    }
+
+    // A chassis whose only port is in this state.
+    void describe(const char *state) const {
+        std::ofstream(chassis_file_) << "[chassis]\nname = \"tiny\"\ntype = 10\nslots = 1\n"
+                                     << "[[module]]\nslot = 1\nkind = \"fc\"\nports = 1\nstate = \"" << state << "\"\n";
+    }
+
+    static std::vector<std::string> watching(const char *seconds, std::vector<std::string> more = {}) {
+        more.insert(more.begin(), {PMCTL, "show", "interface", "brief", "--watch", seconds});
+        return more;
+    }
+
+    // The next line with this part, of a thousand; else nothing.
+    static std::string line_with(const char *part, child_process &program,
+                                 child_process::output from = child_process::standard_output) {
+        for (int i = 0; i < 1000; ++i) {
+            const std::string line = program.read_line(from);
+            if (line.find(part) != std::string::npos) return line;
+        }
+        return {};
+    }
+
+    std::string chassis_file_ = directory_.file("chassis.toml");
+    std::optional<virtual_switch_process> switch_;
+};
+
+TEST_F(pmctl_watch, marks_what_changes_on_the_switch) {
+    child_process program(watching("0.1"));
+    EXPECT_THAT(line_with("fc1/1", program), Not(HasSubstr("*")));
+    EXPECT_EQ(program.read_line(child_process::standard_output), "");
+    EXPECT_THAT(program.read_line(child_process::standard_output), StartsWith("Interface "));
+    describe("shutdown");
+    switch_->send(SIGHUP);
+    EXPECT_THAT(line_with("*", program), AllOf(StartsWith("fc1/1 "), HasSubstr(" 2*")));
+    program.send(SIGINT);
+    EXPECT_EQ(program.wait(), 0);
+    EXPECT_THAT(program.read_rest(child_process::standard_error), IsEmpty());
+}
+
+TEST_F(pmctl_watch, goes_on_without_a_switch) {
+    child_process program(watching("0.1"));
+    EXPECT_THAT(line_with("fc1/1", program), Not(IsEmpty()));
+    switch_->send(SIGTERM);
+    EXPECT_EQ(switch_->wait(), 0);
+    EXPECT_THAT(line_with("pmctl: ", program, child_process::standard_error), HasSubstr("no switch is running in"));
+    describe("shutdown");
+    switch_.emplace(chassis_file_);
+    EXPECT_THAT(line_with("*", program), StartsWith("fc1/1 "));
+    program.send(SIGTERM);
+    EXPECT_EQ(program.wait(), 0);
+}
+
+TEST_F(pmctl_watch, ends_while_the_switch_is_silent) {
+    switch_->send(SIGSTOP);
+    child_process program(watching("0.1"));
+    std::this_thread::sleep_for(std::chrono::milliseconds(300));
+    program.send(SIGINT);
+    EXPECT_EQ(program.wait(), 0);
+    EXPECT_THAT(program.read_rest(child_process::standard_error), IsEmpty());
+    switch_->send(SIGCONT);
+}
+
+// The first answer is larger than a pipe.
+TEST_F(pmctl_watch, ends_while_nobody_reads) {
+    switch_.reset();
+    switch_.emplace(director);
+    child_process program({PMCTL, "show", "interface", "--json", "--watch", "0.1"});
+    std::this_thread::sleep_for(std::chrono::milliseconds(500));
+    program.send(SIGTERM);
+    EXPECT_EQ(program.wait(), 0);
+}
+
+TEST_F(pmctl_watch, ends_with_its_reader) {
+    const auto often = shell(PMCTL " show interface brief --watch 0.1 | head -n 4");
+    EXPECT_EQ(often.status, 0);
+    EXPECT_THAT(often.messages, IsEmpty());
+    EXPECT_EQ(lines_of(often.output).size(), 4u);
+    const auto rarely = shell(PMCTL " show interface brief --watch 1000 | head -n 1");
+    EXPECT_EQ(rarely.status, 0);
+    EXPECT_THAT(rarely.messages, IsEmpty());
+}
+
+TEST_F(pmctl_watch, draws_over_a_terminal) {
+    pseudo_terminal terminal(24, 80);
+    child_process program({"/bin/sh", "-c",
+                           "exec env -u COLUMNS -u NO_COLOR TERM=xterm " PMCTL
+                           " show interface brief --watch 0.2 >" + terminal.path()});
+    const std::string end = "\033[J\033[?7h";
+    EXPECT_THAT(terminal.read_to(end),
+                AllOf(StartsWith("\033[?7l\033[HEvery 0.2s: pmctl show interface brief --watch 0.2   20"),
+                      HasSubstr("\033[K\nfc1/1 "), HasSubstr("\033[32m1\033[0m")));
+    describe("shutdown");
+    switch_->send(SIGHUP);
+    const std::string change = "\033[31;7m2\033[0m";
+    EXPECT_THAT(terminal.read_to(change), testing::EndsWith(change));
+    program.send(SIGINT);
+    EXPECT_EQ(program.wait(), 0);
+}
+
+TEST_F(pmctl_watch, refuses_what_is_no_time) {
+    for (const char *seconds : {"0", "0.05", "86401", "soon", ""}) {
+        const auto result = pmctl({"show", "interface", "--watch", seconds});
+        EXPECT_EQ(result.status, 2);
+        EXPECT_THAT(result.output, IsEmpty());
+        EXPECT_EQ(result.messages, std::string("pmctl: not a number of seconds from 0.1 to 86400: ") + seconds + "\n");
+    }
+}
+
+}  // namespace

@@ -1,0 +1,28 @@
+// SPDX-License-Identifier: Apache-2.0
+// pseudo_terminal.h: a screen for the programs that a test runs.
+#ifndef TESTS_INTEGRATION_PMCTL_PSEUDO_TERMINAL_H
+#define TESTS_INTEGRATION_PMCTL_PSEUDO_TERMINAL_H
+
+#include <string>
+
+class pseudo_terminal {
+  public:
+    pseudo_terminal(unsigned short lines, unsigned short columns);
+    ~pseudo_terminal();
+    pseudo_terminal(const pseudo_terminal &) = delete;
+    pseudo_terminal &operator=(const pseudo_terminal &) = delete;
+
+    // Where programs open it.
+    [[nodiscard]] const std::string &path() const { return path_; }
+
+    // What was written, with plain line ends, up to the first `end`; or what came within ten seconds.
+    std::string read_to(const std::string &end);
+
+  private:
+    int master_;
+    int screen_;
+    std::string path_;
+    std::string unread_;
+};
+
+#endif
