@@ -4,6 +4,7 @@
 
 #include <algorithm>
 
+#include "commands/complete.h"
 #include "commands/help.h"
 #include "commands/show_interface.h"
 
@@ -29,6 +30,10 @@ constexpr argument watch_option = {
 
 constexpr argument json_flag = {"--json", flag, "Print one JSON object instead of text"};
 
+constexpr argument complete_arguments[] = {
+    {"WORD", words, "The words of a command line up to the one to complete"},
+};
+
 constexpr argument help_arguments[] = {
     {"COMMAND", words, "The words of the command; none: all commands", content::command},
 };
@@ -44,6 +49,7 @@ constexpr argument interface_arguments[] = {
 constexpr argument brief_arguments[] = {json_flag, watch_option};
 
 constexpr command commands[] = {
+    {"complete", "", complete_arguments, "", run_complete},
     {"help", "Explain a command", help_arguments,
      "  pmctl help\n"
      "  pmctl help show interface\n",

@@ -20,8 +20,9 @@ class pmctl_terminal : public runtime_dir_test {
   protected:
     // What `pmctl show interface brief` prints on the terminal, with words before and options behind it.
     std::string brief_on_terminal(const std::string &environment, const std::string &options = "") {
-        const auto run = shell("env -u COLUMNS -u NO_COLOR TERM=xterm " + environment + " " PMCTL " show interface brief " +
-                               options + " >" + terminal_.path() + " && echo END >" + terminal_.path());
+        const auto run =
+            shell("env -u COLUMNS -u NO_COLOR TERM=xterm " + environment + " " PMCTL " show interface brief " +
+                  options + " >" + terminal_.path() + " && echo END >" + terminal_.path());
         EXPECT_EQ(run.status, 0) << run.messages;
         return terminal_.read_to("END\n");
     }

@@ -110,9 +110,9 @@ TEST_F(pmctl_watch, ends_with_its_reader) {
 
 TEST_F(pmctl_watch, draws_over_a_terminal) {
     pseudo_terminal terminal(24, 80);
-    child_process program({"/bin/sh", "-c",
-                           "exec env -u COLUMNS -u NO_COLOR TERM=xterm " PMCTL
-                           " show interface brief --watch 0.2 >" + terminal.path()});
+    child_process program(
+        {"/bin/sh", "-c",
+         "exec env -u COLUMNS -u NO_COLOR TERM=xterm " PMCTL " show interface brief --watch 0.2 >" + terminal.path()});
     const std::string end = "\033[J\033[?7h";
     EXPECT_THAT(terminal.read_to(end),
                 AllOf(StartsWith("\033[?7l\033[HEvery 0.2s: pmctl show interface brief --watch 0.2   20"),
