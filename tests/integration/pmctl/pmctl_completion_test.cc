@@ -74,7 +74,8 @@ TEST_F(bash_completion, joins_what_bash_parts) {
     EXPECT_THAT(completed({"show", "interface", "--color", "=", "a"}, "a"), ElementsAre("auto", "always"));
     EXPECT_THAT(completed({"show", "interface", "--color", "="}, ""), ElementsAre("auto", "always", "never"));
     EXPECT_THAT(completed({"--color", "=", "never", "show", "interface", "--js"}, "--js"), ElementsAre("--json"));
-    EXPECT_THAT(completed({"show", "interface", "--color=a"}, "--color=a"), ElementsAre("--color=auto", "--color=always"));
+    EXPECT_THAT(completed({"show", "interface", "--color=a"}, "--color=a"),
+                ElementsAre("--color=auto", "--color=always"));
 }
 
 TEST_F(bash_completion, is_silent_without_a_switch) {
