@@ -63,6 +63,11 @@ TEST(change_marks, tell_lists_and_their_headings_apart) {
               "fc1/2\n  Receive\n    Bytes  3\n  Send\n    Bytes  4*\n");
 }
 
+TEST(change_marks, know_a_row_by_its_heading_when_others_have_gone) {
+    const sheet rest{"fc1/1", {}, {{{"Send"}}, {{"Bytes"}, {"5"}}}};
+    EXPECT_EQ(marked({{rest}, {}}, {{list("fc1/1", "1", "5")}, {}}), "fc1/1\n  Send\n    Bytes  5\n");
+}
+
 TEST(change_marks, keep_tables_of_one_title_apart_by_order) {
     const auto two = [](const char *first, const char *second) {
         view both = table({{{"x"}, {first}}});

@@ -34,7 +34,7 @@ class stepped_surroundings : public pmctl::watch_surroundings {
     [[nodiscard]] pmctl::terminal screen() const override { return is_screen; }
     [[nodiscard]] pmctl::steady_time now() const override { return clock; }
     [[nodiscard]] std::string time_of_day() const override { return "12:00:00"; }
-    [[nodiscard]] bool is_over() const override { return over; }
+    [[nodiscard]] bool is_over() const override { return over || the_switch.asked.size() >= last_question; }
 
     void wait_until(pmctl::steady_time when) override {
         waits.push_back(std::chrono::duration_cast<milliseconds>(when.time_since_epoch()).count());
@@ -54,6 +54,7 @@ class stepped_surroundings : public pmctl::watch_surroundings {
 
     pmctl::steady_time clock{seconds(100)};
     bool over = false;
+    size_t last_question = SIZE_MAX;  // the one that is interrupted
     std::vector<int64_t> waits;
     std::vector<std::string> drawings;
     std::vector<std::string> told;
@@ -180,11 +181,19 @@ TEST_F(watch, prints_one_json_document_each_time_without_marks) {
     EXPECT_THAT(around_.drawings[1], HasSubstr("\"oper_state\": 2,"));
 }
 
-TEST_F(watch, draws_nothing_from_a_question_that_was_interrupted) {
+TEST_F(watch, asks_nothing_when_it_is_over) {
     around_.steps = {[] {}, [this] { around_.over = true; }};
     EXPECT_EQ(run(), 0);
-    EXPECT_THAT(around_.drawings, SizeIs(1));
     EXPECT_THAT(the_switch.asked, SizeIs(1));
+}
+
+TEST_F(watch, draws_nothing_from_a_question_that_was_interrupted) {
+    around_.steps = {[] {}, [] { the_switch.request_status = EINTR; }};
+    around_.last_question = 2;
+    EXPECT_EQ(run(), 0);
+    EXPECT_THAT(the_switch.asked, SizeIs(2));
+    EXPECT_THAT(around_.drawings, SizeIs(1));
+    EXPECT_THAT(around_.told, IsEmpty());
 }
 
 TEST_F(watch, ends_when_the_output_cannot_be_written) {
