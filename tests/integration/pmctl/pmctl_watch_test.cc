@@ -22,7 +22,9 @@ using testing::StartsWith;
 
 class pmctl_watch : public runtime_dir_test {
   protected:
+    // Programs inherit what is ignored, as a background job's SIGINT is.
     pmctl_watch() {
+        std::signal(SIGINT, SIG_DFL);
         describe("up");
         switch_.emplace(chassis_file_);
     }
@@ -74,6 +76,16 @@ TEST_F(pmctl_watch, goes_on_without_a_switch) {
     describe("shutdown");
     switch_.emplace(chassis_file_);
     EXPECT_THAT(line_with("*", program), StartsWith("fc1/1 "));
+    program.send(SIGTERM);
+    EXPECT_EQ(program.wait(), 0);
+}
+
+TEST_F(pmctl_watch, leaves_a_signal_ignored_that_was_so_at_its_start) {
+    std::signal(SIGINT, SIG_IGN);
+    child_process program(watching("0.1"));
+    EXPECT_THAT(line_with("fc1/1", program), Not(IsEmpty()));
+    program.send(SIGINT);
+    for (int i = 0; i < 3; ++i) EXPECT_THAT(line_with("fc1/1", program), Not(IsEmpty()));
     program.send(SIGTERM);
     EXPECT_EQ(program.wait(), 0);
 }
