@@ -57,7 +57,7 @@ std::string meant_instead(const std::string &name, const command &of) {
 
 void check_range(const std::string &range, const command &of) try {
     parse_interface_ranges(range);
-} catch (const usage_error &error) {
+} catch (const unknown_name &error) {
     throw usage_error(error.what() + meant_instead(range, of));
 }
 

@@ -12,6 +12,11 @@ class usage_error : public std::runtime_error {
     using std::runtime_error::runtime_error;
 };
 
+// The same: a word is no name of an interface. Another may have been meant.
+class unknown_name : public usage_error {
+    using usage_error::usage_error;
+};
+
 // The switch cannot be asked at all; asking on is of no use.
 class switch_unavailable : public std::runtime_error {
     using std::runtime_error::runtime_error;

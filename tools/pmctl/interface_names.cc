@@ -20,30 +20,22 @@ std::optional<if_index_t> index_of(const std::string &name) {
     return index;
 }
 
-// The name of the other end of a range: `first` with its last number replaced.
-std::string with_last_number(const std::string &first, const std::string &number) {
-    return first.substr(0, first.find_last_not_of(digits) + 1) + number;
+// The other end of a range: a name, or the number in which it differs from the first one's.
+std::optional<if_index_t> other_end(const std::string &first_name, const std::string &text) {
+    if (text.empty() || text.find_first_not_of(digits) != std::string::npos) return index_of(text);
+    return index_of(name_stem(first_name) + text);
 }
 
-// Names may hold a '-' of their own, so a range is what is no name as a whole.
-std::optional<interface_range> range_of(const std::string &text) {
-    if (const auto index = index_of(text)) return interface_range{text, *index, *index};
-    const size_t dash = text.rfind('-');
-    if (dash == std::string::npos) return std::nullopt;
-    const std::string first_name = text.substr(0, dash);
-    const std::string number = text.substr(dash + 1);
-    if (number.empty() || number.find_first_not_of(digits) != std::string::npos) return std::nullopt;
-    const auto first = index_of(first_name);
-    const auto last = index_of(with_last_number(first_name, number));
-    if (!first || !last) return std::nullopt;
-    return interface_range{text, *first, *last};
-}
-
+// Names may hold a '-' of their own: a text that is a name as a whole is no range, and any '-' may part the ends.
 interface_range parse_range(const std::string &text) {
-    const auto range = range_of(text);
-    if (!range) throw usage_error(fmt::format("not an interface name: {}", text));
-    if (range->first > range->last) throw usage_error(fmt::format("the range runs backwards: {}", text));
-    return *range;
+    if (const auto index = index_of(text)) return {text, *index, *index};
+    for (size_t dash = text.find('-'); dash != std::string::npos; dash = text.find('-', dash + 1)) {
+        const std::string first_name = text.substr(0, dash);
+        const auto first = index_of(first_name);
+        const auto last = other_end(first_name, text.substr(dash + 1));
+        if (first && last) return {text, *first, *last};
+    }
+    throw unknown_name(fmt::format("not an interface name: {}", text));
 }
 
 }  // namespace
@@ -62,5 +54,7 @@ std::string interface_name(if_index_t index) {
     sprintf_if_index(text, index);
     return text;
 }
+
+std::string name_stem(const std::string &name) { return name.substr(0, name.find_last_not_of(digits) + 1); }
 
 }  // namespace pmctl

@@ -4,24 +4,19 @@
 #define PMCTL_INTERFACE_NAMES_H
 
 #include <string>
-#include <string_view>
 #include <vector>
 
-#include "platform/types.h"
+#include "interface_ranges.h"
 
 namespace pmctl {
 
-// A range of interfaces, both ends included, and the text that named it.
-struct interface_range {
-    std::string text;
-    if_index_t first;
-    if_index_t last;
-};
-
-// Reads "fc1/1", "fc1/1-12" or several of them with commas between. Throws usage_error.
+// Reads "fc1/1", "fc1/1-12", "fc1/1-fc1/12" or several of them with commas between. Throws usage_error.
 std::vector<interface_range> parse_interface_ranges(const std::string &text);
 
 std::string interface_name(if_index_t index);
+
+// The name without the number at its end: "fc1/" of "fc1/12".
+std::string name_stem(const std::string &name);
 
 }  // namespace pmctl
 

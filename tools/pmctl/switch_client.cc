@@ -9,6 +9,7 @@
 #include <system_error>
 
 #include "failure.h"
+#include "platform_dev/if_index_dev.h"
 #include "platform_dev/mts_dev.h"
 #include "port_mgr/port_info_request.h"
 #include "port_mgr/status.h"
@@ -18,6 +19,8 @@ namespace pmctl {
 namespace {
 
 constexpr const char *every_interface = "all interfaces";
+constexpr uint32_t page_members = 16;
+constexpr uint16_t last_sub_number = 4095;
 
 // The run-time directory for messages.
 std::string runtime_directory() {
@@ -54,12 +57,23 @@ class received_message {
     mts_msg_t message_;
 };
 
-std::string no_such_interface(const std::string &name) { return fmt::format("no such interface: {}", name); }
-
 void check_answer(const std::string &subject, uint32_t status) {
     if (status == 0) return;
-    if (status == PM_ERR_INVALID_RANGE) throw query_refused(no_such_interface(subject));
     throw query_refused(fmt::format("{}: {}", subject, status_words(status_source::answer, status)));
+}
+
+// A page of a range of which nothing exists is empty.
+uint32_t parse_page(const mts_msg_t *message, uint32_t *count, pm_port_info_t **ports) {
+    const uint32_t status = pm_parse_get_port_info(message, count, ports);
+    return status == PM_ERR_INVALID_RANGE ? 0 : status;
+}
+
+// The end of a page of a range. A member's sub-interfaces follow it, and none may fall between two pages.
+if_index_t end_of_page(const interface_range &range, uint32_t begin) {
+    if (range.count() - begin <= page_members) return range.last();
+    const if_index_t member = range.member(begin + page_members - 1);
+    if_index_t last_sub_interface;
+    return if_index_sub_intf_init(&last_sub_interface, member, last_sub_number) == 0 ? last_sub_interface : member;
 }
 
 }  // namespace
@@ -82,13 +96,17 @@ record_array<pm_port_info_t> switch_client::ports() {
     return query<pm_port_info_t>(every_interface, request, pm_parse_get_port_info);
 }
 
-record_array<pm_port_info_t> switch_client::ports(const interface_range &range) {
-    const auto request = [&range](mts_handle_t handle, mts_msg_t *response) {
-        return pm_get_port_info_range(handle, range.first, range.last, response);
-    };
-    auto answer = query<pm_port_info_t>(range.text, request, pm_parse_get_port_info);
-    if (answer.count == 0) throw query_refused(no_such_interface(range.text));
-    return answer;
+std::vector<pm_port_info_t> switch_client::ports(const interface_range &range) {
+    std::vector<pm_port_info_t> ports;
+    for (uint32_t begin = 0; begin < range.count(); begin += page_members) {
+        const auto request = [&range, begin](mts_handle_t handle, mts_msg_t *response) {
+            return pm_get_port_info_range(handle, range.member(begin), end_of_page(range, begin), response);
+        };
+        const auto page = query<pm_port_info_t>(range.text(), request, parse_page);
+        ports.insert(ports.end(), page.all().begin(), page.all().end());
+    }
+    if (ports.empty()) throw query_refused(fmt::format("no such interface: {}", range.text()));
+    return ports;
 }
 
 template <typename Record>

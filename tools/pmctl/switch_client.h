@@ -7,8 +7,9 @@
 #include <functional>
 #include <memory>
 #include <span>
+#include <vector>
 
-#include "interface_names.h"
+#include "interface_ranges.h"
 #include "platform/mts.h"
 #include "port_mgr/port_info_response.h"
 
@@ -50,8 +51,8 @@ class switch_client {
     // Every port in full.
     record_array<pm_port_info_t> ports();
 
-    // The ports of a range, both ends included. No port at all is a refusal.
-    record_array<pm_port_info_t> ports(const interface_range &range);
+    // What exists of a range, asked for in pages. No port at all is a refusal.
+    std::vector<pm_port_info_t> ports(const interface_range &range);
 
   private:
     using request_function = std::function<uint32_t(mts_handle_t, mts_msg_t *response)>;

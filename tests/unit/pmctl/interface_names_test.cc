@@ -21,9 +21,9 @@ class good_ranges : public testing::TestWithParam<good_range> {};
 TEST_P(good_ranges, name_both_ends) {
     const auto ranges = parse_interface_ranges(GetParam().typed);
     ASSERT_EQ(ranges.size(), 1u);
-    EXPECT_EQ(ranges[0].text, GetParam().typed);
-    EXPECT_EQ(interface_name(ranges[0].first), GetParam().first);
-    EXPECT_EQ(interface_name(ranges[0].last), GetParam().last);
+    EXPECT_EQ(ranges[0].text(), GetParam().typed);
+    EXPECT_EQ(interface_name(ranges[0].first()), GetParam().first);
+    EXPECT_EQ(interface_name(ranges[0].last()), GetParam().last);
 }
 
 INSTANTIATE_TEST_SUITE_P(
@@ -41,7 +41,11 @@ INSTANTIATE_TEST_SUITE_P(
                     good_range{"po12", "port-channel12", "port-channel12"},
                     good_range{"po9-12", "port-channel9", "port-channel12"}, good_range{"fcip1-3", "fcip1", "fcip3"},
                     good_range{"mgmt0", "mgmt0", "mgmt0"}, good_range{"loopback1-2", "loopback1", "loopback2"},
-                    good_range{"if11-1/2", "if11-1/2", "if11-1/2"}, good_range{"if11-1/2-4", "if11-1/2", "if11-1/4"}));
+                    good_range{"if11-1/2", "if11-1/2", "if11-1/2"}, good_range{"if11-1/2-4", "if11-1/2", "if11-1/4"},
+                    good_range{"fc1/1-fc1/4", "fc1/1", "fc1/4"}, good_range{"fc1/1-FC1/1", "fc1/1", "fc1/1"},
+                    good_range{"po1-port-channel4", "port-channel1", "port-channel4"},
+                    good_range{"if11-1/2-if11-1/4", "if11-1/2", "if11-1/4"},
+                    good_range{"eth2/7.100-Ethernet2/7.120", "Ethernet2/7.100", "Ethernet2/7.120"}));
 
 class bad_names : public testing::TestWithParam<const char *> {};
 
@@ -57,19 +61,20 @@ TEST_P(bad_names, are_refused_by_name) {
 INSTANTIATE_TEST_SUITE_P(all, bad_names,
                          testing::Values("", " ", "-", "1", "1/1", "f1/1", "fcx1", "fc", "fc1", "fc0/1", "fc1/0",
                                          "fc1/", "fc/1", "fc1/1/1", "fc1/1.2", "fc33/1", "fc1/129", "fc1/1-", "fc1/-4",
-                                         "fc1/1-129", "fc1/1-0", "fc1/1-2-3", "fc1/1-x", "fc1/1-fc1/4", "fc1/1 - 4",
-                                         " fc1/1", "fc1/1 ", "fc1/1-4294967297", "fc99999999999/1", "Ethernet2/7.0",
-                                         "Ethernet2/7.4096", "Ethernet2/7.1-4096", "Ethernet2/7.1-x", "port-channel",
-                                         "port-channel-4", "port-channel1024", "port-channel1-", "fcip70000",
-                                         "fcip1-70000", "mgmt", "mgmt-1", "loopback", "if11", "if11-", "--all1"));
+                                         "fc1/1-129", "fc1/1-0", "fc1/1-2-3", "fc1/1-x", "fc1/1-fc1/4x",
+                                         "fc1/1-fc1/4-5", "fc1/1-FC", "fc1/1 - 4", " fc1/1", "fc1/1 ",
+                                         "fc1/1-4294967297", "fc99999999999/1", "Ethernet2/7.0", "Ethernet2/7.4096",
+                                         "Ethernet2/7.1-4096", "Ethernet2/7.1-x", "port-channel", "port-channel-4",
+                                         "port-channel1024", "port-channel1-", "fcip70000", "fcip1-70000", "mgmt",
+                                         "mgmt-1", "loopback", "if11", "if11-", "--all1"));
 
-TEST(interface_ranges, come_in_the_order_typed) {
+TEST(interface_lists, come_in_the_order_typed) {
     const auto ranges = parse_interface_ranges("fc2/3,fc1/1-12,mgmt0");
     ASSERT_EQ(ranges.size(), 3u);
-    EXPECT_EQ(ranges[0].text, "fc2/3");
-    EXPECT_EQ(ranges[1].text, "fc1/1-12");
-    EXPECT_EQ(interface_name(ranges[1].last), "fc1/12");
-    EXPECT_EQ(ranges[2].text, "mgmt0");
+    EXPECT_EQ(ranges[0].text(), "fc2/3");
+    EXPECT_EQ(ranges[1].text(), "fc1/1-12");
+    EXPECT_EQ(interface_name(ranges[1].last()), "fc1/12");
+    EXPECT_EQ(ranges[2].text(), "mgmt0");
 }
 
 struct bad_list {

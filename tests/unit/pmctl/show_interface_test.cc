@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 
 #include <cerrno>
+#include <sstream>
 
 #include "fixed_records.h"
 #include "outcome.h"
@@ -15,6 +16,15 @@ using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::StartsWith;
+
+// The lines that begin a block.
+std::vector<std::string> titles_in(const std::string &text) {
+    std::vector<std::string> titles;
+    std::istringstream stream(text);
+    for (std::string line; std::getline(stream, line);)
+        if (!line.empty() && line.front() != ' ') titles.push_back(line);
+    return titles;
+}
 
 class show_interface : public testing::Test {
   protected:
@@ -49,6 +59,66 @@ TEST_F(show_interface, asks_once_for_each_range) {
     EXPECT_THAT(the_switch.asked, ElementsAre("fc1/1 fc1/12", "fc2/3 fc2/3"));
     EXPECT_THAT(outcome.output, StartsWith("fc1/4\n  General\n"));
     EXPECT_THAT(outcome.output, HasSubstr("\n\nmgmt0\n"));
+}
+
+pm_port_info_t port_named(const char *name) {
+    pm_port_info_t port = full_port();
+    port.if_index = index_named(name);
+    return port;
+}
+
+TEST_F(show_interface, asks_for_a_long_range_in_pages) {
+    answer("fc1/1 fc1/16", {port_named("fc1/1"), port_named("fc1/16")});
+    answer("fc1/17 fc1/32", {port_named("fc1/17")});
+    answer("fc1/33 fc1/48", {port_named("fc1/48")});
+    const auto outcome = run({"fc1/1-48"});
+    EXPECT_EQ(outcome.status, 0);
+    EXPECT_THAT(the_switch.asked, ElementsAre("fc1/1 fc1/16", "fc1/17 fc1/32", "fc1/33 fc1/48"));
+    EXPECT_THAT(titles_in(outcome.output), ElementsAre("fc1/1", "fc1/16", "fc1/17", "fc1/48"));
+}
+
+TEST_F(show_interface, ends_pages_where_the_range_ends) {
+    answer("port-channel1 port-channel16", {full_port()});
+    EXPECT_EQ(run({"po1-16"}).status, 0);
+    EXPECT_EQ(run({"fcip1-17"}).status, 1);
+    EXPECT_EQ(run({"loopback1-17"}).status, 1);
+    EXPECT_THAT(the_switch.asked, ElementsAre("port-channel1 port-channel16", "fcip1 fcip16", "fcip17 fcip17",
+                                              "loopback1 loopback16", "loopback17 loopback17"));
+}
+
+TEST_F(show_interface, loses_no_sub_interface_between_two_pages) {
+    answer("Ethernet4/1 Ethernet4/16.4095", {port_named("Ethernet4/16.5")});
+    answer("Ethernet4/17 Ethernet4/20", {port_named("Ethernet4/17")});
+    EXPECT_THAT(titles_in(run({"eth4/1-20"}).output), ElementsAre("Ethernet4/16.5", "Ethernet4/17"));
+}
+
+TEST_F(show_interface, asks_for_sub_interfaces_in_pages) {
+    answer("Ethernet2/7.116 Ethernet2/7.120", {port_named("Ethernet2/7.118")});
+    const auto outcome = run({"eth2/7.100-120"});
+    EXPECT_THAT(the_switch.asked, ElementsAre("Ethernet2/7.100 Ethernet2/7.115", "Ethernet2/7.116 Ethernet2/7.120"));
+    EXPECT_THAT(titles_in(outcome.output), ElementsAre("Ethernet2/7.118"));
+}
+
+TEST_F(show_interface, shows_what_exists_of_a_range) {
+    refuse("fc1/1 fc1/16", PM_ERR_INVALID_RANGE);
+    answer("fc1/17 fc1/32", {});
+    answer("fc1/33 fc1/48", {port_named("fc1/48")});
+    const auto some = run({"fc1/1-48"});
+    EXPECT_EQ(some.status, 0);
+    EXPECT_THAT(titles_in(some.output), ElementsAre("fc1/48"));
+    refuse("fc2/1 fc2/16", PM_ERR_INVALID_RANGE);
+    refuse("fc2/17 fc2/20", PM_ERR_INVALID_RANGE);
+    EXPECT_THAT(run({"fc2/1-20"}).messages, ElementsAre("no such interface: fc2/1-20"));
+}
+
+TEST_F(show_interface, shows_no_part_of_a_range_for_the_whole) {
+    answer("fc1/1 fc1/16", {port_named("fc1/1")});
+    fail("fc1/17 fc1/32", ETIMEDOUT);
+    const auto outcome = run({"fc1/1-48"});
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_THAT(outcome.output, IsEmpty());
+    EXPECT_THAT(outcome.messages, ElementsAre("fc1/1-48: Connection timed out"));
+    EXPECT_THAT(the_switch.asked, ElementsAre("fc1/1 fc1/16", "fc1/17 fc1/32"));
 }
 
 TEST_F(show_interface, asks_for_all_without_a_name) {
@@ -140,6 +210,9 @@ TEST_F(show_interface, asks_nothing_for_a_wrong_command_line) {
     const auto both = run({"--all", "fc1/1"});
     EXPECT_EQ(both.status, 2);
     EXPECT_THAT(both.messages, ElementsAre("--all and interface names exclude each other"));
+    const auto two_slots = run({"fc1/1", "fc1/1-fc2/4"});
+    EXPECT_EQ(two_slots.status, 2);
+    EXPECT_THAT(two_slots.messages, ElementsAre("the ends of the range lie on two slots: fc1/1-fc2/4"));
     EXPECT_THAT(the_switch.asked, IsEmpty());
 }
 

@@ -7,6 +7,7 @@
 
 #include "completion.h"
 #include "failure.h"
+#include "interface_names.h"
 #include "switch_client.h"
 
 namespace pmctl {
