@@ -61,7 +61,7 @@ TEST_F(pmctl_watch, marks_what_changes_on_the_switch) {
     EXPECT_THAT(program.read_line(child_process::standard_output), StartsWith("Interface "));
     describe("shutdown");
     switch_->send(SIGHUP);
-    EXPECT_THAT(line_with("*", program), AllOf(StartsWith("fc1/1 "), HasSubstr(" 2*")));
+    EXPECT_THAT(line_with("*", program), AllOf(StartsWith("fc1/1 "), HasSubstr(" down*")));
     program.send(SIGINT);
     EXPECT_EQ(program.wait(), 0);
     EXPECT_THAT(program.read_rest(child_process::standard_error), IsEmpty());
@@ -128,10 +128,10 @@ TEST_F(pmctl_watch, draws_over_a_terminal) {
     const std::string end = "\033[J\033[?7h";
     EXPECT_THAT(terminal.read_to(end),
                 AllOf(StartsWith("\033[?7l\033[HEvery 0.2s: pmctl show interface brief --watch 0.2   20"),
-                      HasSubstr("\033[K\nfc1/1 "), HasSubstr("\033[32m1\033[0m")));
+                      HasSubstr("\033[K\nfc1/1 "), HasSubstr("\033[32mup\033[0m")));
     describe("shutdown");
     switch_->send(SIGHUP);
-    const std::string change = "\033[31;7m2\033[0m";
+    const std::string change = "\033[31;7mdown\033[0m";
     EXPECT_THAT(terminal.read_to(change), testing::EndsWith(change));
     program.send(SIGINT);
     EXPECT_EQ(program.wait(), 0);

@@ -93,6 +93,38 @@ void set_attributes(pm_port_info_t &port) {
     port.tlv_108 = 708;
 }
 
+void set_worded_mode_and_link(pm_port_info_t &port) {
+    port.admin_mode = 4;
+    port.oper_mode = 8;
+    port.admin_trunk_mode = 3;
+    port.oper_trunk_mode = 2;
+    port.encap = 2;
+    port.promiscuous = 1;
+    port.admin_speed = 2;
+    port.oper_speed = 100;
+    port.rate_mode = 2;
+    port.duplex = 1;
+    port.auto_neg = 2;
+    port.flowctrl_receive = 1;
+    port.flowctrl_send = 8;
+    port.beacon_mode = 1;
+}
+
+void set_worded_buffers_and_events(pm_port_info_t &port) {
+    const uint32_t credits[] = {0, 0x40000005, 0x80000010, 7, 8};
+    memcpy(port.bb_credit, credits, sizeof credits);
+    port.ec_bb_credit = 0;
+    port.bb_credit_multiplier = 0xffffffff;
+    port.bb_credit_performance_buf = 145;
+    port.bb_scn = 2;
+    port.snmp_trap[0] = 1;
+    port.snmp_trap[1] = 2;
+    port.delayed_trap_state = 2;
+    port.down_on_link_failure = 3;
+    port.ignore_param = 1;
+    port.track_mode = 1;
+}
+
 }  // namespace
 
 if_index_t index_named(const char *name) {
@@ -109,6 +141,22 @@ pm_port_info_t full_port() {
     set_addresses_and_buffers(port);
     set_events(port);
     set_attributes(port);
+    return port;
+}
+
+pm_port_info_t worded_port() {
+    pm_port_info_t port = full_port();
+    port.port_type = 2;
+    port.phy_layer = 3;
+    port.fcot_present = 1;
+    port.admin_state = 1;
+    port.oper_state = 8;
+    port.state_reason = 83;
+    port.service_state = 1;
+    const uint8_t lanes[] = {1, 2, 4, 255};
+    memcpy(port.lane_state, lanes, sizeof lanes);
+    set_worded_mode_and_link(port);
+    set_worded_buffers_and_events(port);
     return port;
 }
 
@@ -136,6 +184,19 @@ pm_port_info_brief_t full_brief_port() {
     port.oper_trunk_mode = 113;
     port.service_state = 107;
     port.parent_if_index = index_named("port-channel12");
+    return port;
+}
+
+pm_port_info_brief_t worded_brief_port() {
+    pm_port_info_brief_t port = full_brief_port();
+    port.admin_mode = 4;
+    port.oper_mode = 8;
+    port.oper_state = 16;
+    port.state_reason = 83;
+    port.oper_speed = 100;
+    port.admin_trunk_mode = 3;
+    port.oper_trunk_mode = 2;
+    port.service_state = 1;
     return port;
 }
 

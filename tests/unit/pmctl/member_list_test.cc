@@ -17,60 +17,60 @@ std::string list_of(const std::vector<pm_port_info_t> &ports) {
     return pmctl::render({pmctl::member_sheets(pmctl::port_groups(), pmctl::records_of(std::span(ports))), {}}, {});
 }
 
-TEST(member_list, shows_each_member_beside_its_label) {
-    EXPECT_EQ(list_of({full_port()}), R"(fc1/4
+TEST(member_list, shows_each_member_in_words_beside_its_label) {
+    EXPECT_EQ(list_of({worded_port()}), R"(fc1/4
   General
     Interface                     fc1/4
     Description                   uplink to core
     Owner                         zone server
-    Port type                     101
-    Physical layer                102
+    Port type                     internal
+    Physical layer                FC virtual
     Port channel                  port-channel12
-    Transceiver present           103
+    Transceiver present           yes
   State
-    Admin state                   104
-    State                         105
-    State reason                  106
-    Service state                 107
-    Lane state                    108 109 110 111
+    Admin state                   up
+    State                         trunking
+    State reason                  Link failure: loss of signal
+    Service state                 out of service
+    Lane state                    up, down, testing, all
   Mode
-    Admin mode                    201001
-    Oper mode                     201002
-    Admin trunk mode              112
-    Oper trunk mode               113
+    Admin mode                    E
+    Oper mode                     TE
+    Admin trunk mode              auto
+    Oper trunk mode               on
     Port VSAN                     2003
     Native VLAN                   2004
-    Encapsulation                 114
-    Promiscuous                   201005
+    Encapsulation                 eisl
+    Promiscuous                   on
   Link
-    Admin speed (Mbit/s)          201006
-    Oper speed (Mbit/s)           201007
-    Rate mode                     115
-    Duplex                        116
-    Auto-negotiation              201008
+    Admin speed                   auto max 4 Gbps
+    Oper speed                    100 Mbps
+    Rate mode                     shared
+    Duplex                        Half
+    Auto-negotiation              off
     Bandwidth (kbit/s)            4201009000
     MTU (bytes)                   201010
-    Receive flow control          2011
-    Send flow control             2012
-    Beacon mode                   117
+    Receive flow control          on
+    Send flow control             desired
+    Beacon mode                   on
   Addresses
     FC address                    0x0A0BCD
     IP address                    192.0.2.1
     IP mask                       255.255.255.0
   Buffers and credits
-    BB credits                    301 302 303 304 305
-    Extended BB credits           306
-    BB credit multiplier          307
-    Performance buffers           308
-    BB state change notification  118
+    BB credits                    default, 5 (mode E), 16 (mode Fx), 7, 8
+    Extended BB credits           default
+    BB credit multiplier          default
+    Performance buffers           145
+    BB state change notification  off
     Receive buffer size (bytes)   2013
   Traps, tracking and errors
-    Link-up trap                  119
-    Link-down trap                120
-    Delayed trap state            401
-    Down on link failure          402
-    Ignored errors                121
-    Tracking mode                 403
+    Link-up trap                  on
+    Link-down trap                off
+    Delayed trap state            FX
+    Down on link failure          enabled
+    Ignored errors                bit error on
+    Tracking mode                 force_shut
     Link failures                 501
     Sync losses                   502
     Signal losses                 503
@@ -106,54 +106,54 @@ TEST(member_list, shows_a_dash_for_what_a_port_does_not_have) {
     Interface                     mgmt0
     Description                   -
     Owner                         -
-    Port type                     0
-    Physical layer                0
+    Port type                     Unknown(0)
+    Physical layer                Unknown
     Port channel                  -
-    Transceiver present           0
+    Transceiver present           no
   State
-    Admin state                   0
-    State                         0
-    State reason                  0
-    Service state                 0
-    Lane state                    0 0 0 0
+    Admin state                   unknown
+    State                         unknown
+    State reason                  Unknown
+    Service state                 in service
+    Lane state                    unknown, unknown, unknown, unknown
   Mode
-    Admin mode                    0
-    Oper mode                     0
-    Admin trunk mode              0
-    Oper trunk mode               0
+    Admin mode                    Unknown(0)
+    Oper mode                     Unknown(0)
+    Admin trunk mode              Unknown(0)
+    Oper trunk mode               Unknown(0)
     Port VSAN                     -
     Native VLAN                   -
-    Encapsulation                 0
-    Promiscuous                   0
+    Encapsulation                 unknown
+    Promiscuous                   Unknown(0)
   Link
-    Admin speed (Mbit/s)          0
-    Oper speed (Mbit/s)           -
-    Rate mode                     0
-    Duplex                        0
-    Auto-negotiation              0
+    Admin speed                   auto
+    Oper speed                    unknown
+    Rate mode                     Unknown(0)
+    Duplex                        unknown
+    Auto-negotiation              Unknown(0)
     Bandwidth (kbit/s)            0
     MTU (bytes)                   0
-    Receive flow control          0
-    Send flow control             0
-    Beacon mode                   0
+    Receive flow control          off
+    Send flow control             off
+    Beacon mode                   Unknown(0)
   Addresses
     FC address                    -
     IP address                    -
     IP mask                       -
   Buffers and credits
-    BB credits                    0 0 0 0 0
-    Extended BB credits           0
+    BB credits                    default, default, default, default, default
+    Extended BB credits           default
     BB credit multiplier          0
-    Performance buffers           0
-    BB state change notification  0
+    Performance buffers           default
+    BB state change notification  Unknown(0)
     Receive buffer size (bytes)   0
   Traps, tracking and errors
-    Link-up trap                  0
-    Link-down trap                0
-    Delayed trap state            0
-    Down on link failure          0
-    Ignored errors                0
-    Tracking mode                 0
+    Link-up trap                  Unknown(0)
+    Link-down trap                Unknown(0)
+    Delayed trap state            unknown
+    Down on link failure          Unknown(0)
+    Ignored errors                Unknown(0)
+    Tracking mode                 operationally-bound
     Link failures                 0
     Sync losses                   0
     Signal losses                 0
@@ -181,6 +181,17 @@ TEST(member_list, shows_a_dash_for_what_a_port_does_not_have) {
     Attribute 107                 0
     Attribute 108                 0
 )");
+}
+
+TEST(member_list, shows_the_number_of_an_unknown_value) {
+    EXPECT_THAT(list_of({full_port()}), HasSubstr("    Admin mode                    Unknown(201001)\n"
+                                                  "    Oper mode                     Unknown(201002)\n"));
+}
+
+TEST(member_list, shows_a_dash_for_empty_words) {
+    pm_port_info_t port = full_port();
+    port.track_mode = 2;
+    EXPECT_THAT(list_of({port}), HasSubstr("    Tracking mode                 -\n"));
 }
 
 TEST(member_list, parts_interfaces_by_a_blank_line) {

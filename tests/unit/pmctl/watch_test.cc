@@ -83,13 +83,13 @@ class watch : public testing::Test {
     stepped_surroundings around_;
 };
 
-const std::string up_row = "mgmt0      0           0          1      0       -       -             -\n";
-const std::string header = "Interface  Admin mode  Oper mode  State  Reason  Mbit/s  Port channel  VSAN\n";
+const std::string up_row = "mgmt0      Unknown(0)  Unknown(0)  up     down    --    -             -\n";
+const std::string header = "Interface  Admin mode  Oper mode   State  Reason  Gbps  Port channel  VSAN\n";
 
 TEST_F(watch, marks_what_changed_since_the_drawing_before) {
     around_.steps = {[] {}, [] {}, [] { set_state(2); }, [] {}};
     EXPECT_EQ(run(), 0);
-    const std::string down_row = "mgmt0      0           0          2*     0       -       -             -\n";
+    const std::string down_row = "mgmt0      Unknown(0)  Unknown(0)  down*  down    --    -             -\n";
     ASSERT_THAT(around_.drawings, SizeIs(4));
     EXPECT_EQ(around_.drawings[0], header + up_row);
     EXPECT_EQ(around_.drawings[1], "\n" + header + up_row);
@@ -132,8 +132,8 @@ TEST_F(watch, draws_over_a_screen_under_a_heading) {
     EXPECT_THAT(around_.drawings[0],
                 StartsWith("\033[?7l\033[HEvery 2s: pmctl show interface brief --watch 2   12:00:00\033[K\n"
                            "\033[K\nInterface  "));
-    EXPECT_THAT(around_.drawings[0], HasSubstr("\033[32m1\033[0m"));
-    EXPECT_THAT(around_.drawings[1], HasSubstr("\033[31;7m2\033[0m"));
+    EXPECT_THAT(around_.drawings[0], HasSubstr("\033[32mup\033[0m"));
+    EXPECT_THAT(around_.drawings[1], HasSubstr("\033[31;7mdown\033[0m"));
     EXPECT_THAT(around_.drawings[1], EndsWith("\033[K\n\033[J\033[?7h"));
 }
 
@@ -150,7 +150,7 @@ TEST_F(watch, goes_on_when_the_switch_goes_away_and_comes_back) {
     EXPECT_EQ(around_.drawings[1], "");
     // compared with what was last seen
     EXPECT_THAT(around_.drawings[2], StartsWith("\n" + header));
-    EXPECT_THAT(around_.drawings[2], HasSubstr("2*"));
+    EXPECT_THAT(around_.drawings[2], HasSubstr("down*"));
 }
 
 TEST_F(watch, marks_nothing_when_the_switch_comes_late) {

@@ -9,6 +9,7 @@
 
 #include "interface_names.h"
 #include "output/printable_text.h"
+#include "port_mgr/port_strings.h"
 
 namespace pmctl {
 namespace {
@@ -38,6 +39,20 @@ bool is_network_order(member_format format) {
 
 std::string ipv4_text(uint32_t address) {
     return fmt::format("{}.{}.{}.{}", address >> 24, address >> 16 & 0xff, address >> 8 & 0xff, address & 0xff);
+}
+
+std::string or_absent(std::string text) { return text.empty() ? std::string(absent_text) : text; }
+
+words_function shown_words(const record_member &member) {
+    return member.in_column != nullptr ? member.in_column : member.words;
+}
+
+std::string words_text(const record_member &member, std::span<const std::byte> record) {
+    const words_function words = shown_words(member);
+    std::string text = or_absent(words(number_of(member, record)));
+    for (size_t element = 1; element < member.place.count; ++element)
+        text += ", " + or_absent(words(number_of(member, record, element)));
+    return text;
 }
 
 std::string numbers_text(const record_member &member, std::span<const std::byte> record) {
@@ -77,15 +92,16 @@ std::string address_text(const record_member &member, std::span<const std::byte>
 }
 
 std::string display_text(const record_member &member, std::span<const std::byte> record) {
+    if (shown_words(member) != nullptr) return words_text(member, record);
     if (is_absent(member, record)) return std::string(absent_text);
     switch (member.format) {
         case member_format::number:
         case member_format::network_number:
             return numbers_text(member, record);
-        case member_format::text: {
-            const std::string text = printable_text(characters_of(member, record));
-            return text.empty() ? std::string(absent_text) : text;
-        }
+        case member_format::text:
+            return or_absent(printable_text(characters_of(member, record)));
+        case member_format::owner:
+            return or_absent(printable_text(port_owner_string(std::string(characters_of(member, record)).c_str())));
         default:
             return address_text(member, record);
     }

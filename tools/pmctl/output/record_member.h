@@ -22,6 +22,7 @@ enum class member_format : uint8_t {
     number,          // host order; an array of them when the member has several elements
     network_number,  // the same in network order
     text,            // NUL-terminated
+    owner,           // the same, of a port's owner
     ipv4,            // network order, dotted
     fc_address,      // network order, 0xAABBCC
     interface        // an interface index, shown as its name
@@ -34,13 +35,19 @@ struct member_place {
     uint16_t count;  // elements
 };
 
+// A number in words.
+using words_function = std::string (*)(uint32_t number);
+
 struct record_member {
     std::string_view label;  // for people
     std::string_view key;    // in JSON
     member_place place;
     member_format format;
+    words_function words = nullptr;              // "KEY_text" in JSON; people see them instead of the number
     std::optional<uint32_t> absent = {};         // the value (after byte order) of a port that does not have this
     tone (*tone_of)(uint32_t number) = nullptr;  // of a number that is good or bad news
+    words_function keyword = nullptr;            // "KEY_keyword" in JSON
+    words_function in_column = nullptr;          // what people see where room is scarce
 };
 
 struct member_group {
@@ -73,7 +80,7 @@ std::string_view characters_of(const record_member &member, std::span<const std:
 // A member of one of the formats that are written the same way everywhere: ipv4, fc_address and interface.
 std::string address_text(const record_member &member, std::span<const std::byte> record);
 
-// The member for people.
+// The member for people. Words win over what a port does not have; where they are empty absent_text stands.
 std::string display_text(const record_member &member, std::span<const std::byte> record);
 cell display_cell(const record_member &member, std::span<const std::byte> record);
 
