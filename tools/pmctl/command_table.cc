@@ -6,7 +6,10 @@
 
 #include "commands/complete.h"
 #include "commands/help.h"
+#include "commands/show_capabilities.h"
 #include "commands/show_interface.h"
+#include "commands/show_reasons.h"
+#include "commands/show_running_config.h"
 
 namespace pmctl {
 namespace {
@@ -28,6 +31,10 @@ constexpr argument watch_option = {
     "--watch",        option, "Show it again every so many seconds, 0.1 to 86400, with what changed marked",
     content::seconds, {},     "SECONDS"};
 
+constexpr argument optional_names = {
+    "NAME", words, "Interfaces or ranges of them: fc1/1-12,fc2/3 port-channel5; none: every interface",
+    content::interfaces};
+
 constexpr argument json_flag = {"--json", flag, "Print one JSON object instead of text"};
 
 constexpr argument complete_arguments[] = {
@@ -39,14 +46,27 @@ constexpr argument help_arguments[] = {
 };
 
 constexpr argument interface_arguments[] = {
-    {"NAME", words, "Interfaces or ranges of them: fc1/1-12,fc2/3 port-channel5; none: every interface",
-     content::interfaces},
+    optional_names,
     {"--all", flag, "Show every interface"},
     json_flag,
     watch_option,
 };
 
 constexpr argument brief_arguments[] = {json_flag, watch_option};
+
+constexpr argument capability_arguments[] = {
+    {"NAME", words, "Interfaces or ranges of them: fc1/1-12,fc2/3 port-channel5", content::interfaces},
+    {"--all", flag, "Show every interface of the switch"},
+    json_flag,
+    watch_option,
+};
+
+constexpr argument reason_arguments[] = {
+    {"--all", flag, "Show the codes without a meaning, too"},
+    json_flag,
+};
+
+constexpr argument running_config_arguments[] = {optional_names};
 
 constexpr command commands[] = {
     {"complete", "", complete_arguments, "", run_complete},
@@ -66,6 +86,18 @@ constexpr command commands[] = {
      "  pmctl show interface brief --json\n"
      "  pmctl show interface brief --watch 2\n",
      run_show_interface_brief},
+    {"show interface capabilities", "Show what interfaces support, known by their kind", capability_arguments,
+     "  pmctl show interface capabilities fc1/1-2 Ethernet1/1\n"
+     "  pmctl show interface capabilities --all --json\n",
+     run_show_capabilities},
+    {"show interface reasons", "Show why ports can be in a state: codes, keywords, messages", reason_arguments,
+     "  pmctl show interface reasons\n"
+     "  pmctl show interface reasons --all --json\n",
+     run_show_reasons},
+    {"show running-config", "Show the settings of interfaces as command lines", running_config_arguments,
+     "  pmctl show running-config\n"
+     "  pmctl show running-config fc1/1-4 port-channel5\n",
+     run_show_running_config},
 };
 
 // Whether `each` has the words of `head` and one more.

@@ -12,6 +12,7 @@
 
 #include "fixed_records.h"
 #include "output/port_members.h"
+#include "support/json_schema.h"
 
 namespace {
 
@@ -311,56 +312,24 @@ TEST(json_text, carries_any_text) {
     EXPECT_EQ(json::parse(full_json({port}))["interfaces"][0]["owner"], std::string(sizeof port.owner, 'x'));
 }
 
-// The schema's own words for what a value is.
-bool is_of_type(const json &value, const json &type) {
-    if (type.is_array())
-        return std::any_of(type.begin(), type.end(), [&](const json &one) { return is_of_type(value, one); });
-    if (type == "integer") return value.is_number_unsigned();
-    return value.type_name() == type;
-}
-
-class json_schema : public testing::Test {
+class json_documents : public testing::Test {
   protected:
-    const json schema = json::parse(document("schema/pmctl-show-interface.schema.json"));
-
-    const json &properties_of(const char *kind) const { return schema.at("$defs").at(kind).at("properties"); }
-
-    // Where the schema only refers to a definition, the definition.
-    const json &resolved(const json &property) const {
-        if (!property.contains("$ref")) return property;
-        return schema.at(json::json_pointer(property.at("$ref").get<std::string>().substr(1)));
-    }
-
-    void expect_described(const char *kind, const json &port) const {
-        const json &properties = properties_of(kind);
-        std::set<std::string> keys;
-        for (const auto &[key, value] : port.items()) {
-            keys.insert(key);
-            ASSERT_TRUE(properties.contains(key)) << key;
-            const json &property = resolved(properties.at(key));
-            EXPECT_TRUE(is_of_type(value, property.at("type"))) << key << " is " << value;
-            if (value.is_array()) {
-                EXPECT_EQ(value.size(), property.at("minItems")) << key;
-            }
-        }
-        EXPECT_EQ(properties.size(), keys.size());
-        EXPECT_EQ(schema.at("$defs").at(kind).at("required").get<std::set<std::string>>(), keys);
-    }
+    const json_schema schema{DOCUMENTS "/schema/pmctl-show-interface.schema.json"};
 };
 
-TEST_F(json_schema, describes_every_key_of_a_port) {
-    expect_described("interface", json::parse(full_json({full_port()}))["interfaces"][0]);
-    expect_described("interface", json::parse(full_json({bare_port()}))["interfaces"][0]);
+TEST_F(json_documents, describe_every_key_of_a_port) {
+    schema.expect_described("interface", json::parse(full_json({full_port()}))["interfaces"][0]);
+    schema.expect_described("interface", json::parse(full_json({bare_port()}))["interfaces"][0]);
 }
 
-TEST_F(json_schema, describes_every_key_of_a_brief_port) {
-    expect_described("brief_interface", json::parse(brief_json({full_brief_port()}))["interfaces"][0]);
-    expect_described("brief_interface", json::parse(brief_json({bare_brief_port()}))["interfaces"][0]);
+TEST_F(json_documents, describe_every_key_of_a_brief_port) {
+    schema.expect_described("brief_interface", json::parse(brief_json({full_brief_port()}))["interfaces"][0]);
+    schema.expect_described("brief_interface", json::parse(brief_json({bare_brief_port()}))["interfaces"][0]);
 }
 
-TEST_F(json_schema, has_its_keys_in_the_manual) {
+TEST_F(json_documents, have_every_key_in_the_manual) {
     const std::string manual = document("pmctl.md");
-    for (const auto &[key, property] : properties_of("interface").items())
+    for (const auto &[key, property] : schema.definition("interface").at("properties").items())
         EXPECT_NE(manual.find("| `" + key + "` |"), std::string::npos) << key;
 }
 

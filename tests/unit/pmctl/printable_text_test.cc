@@ -35,4 +35,14 @@ INSTANTIATE_TEST_SUITE_P(
                     sample{"\xf0\x80\x80\x80", BAD BAD BAD BAD}, sample{"\xf4\x90\x80\x80", BAD BAD BAD BAD},
                     sample{"\xf5", BAD}, sample{"\xe2\x82", BAD BAD}));
 
+TEST(quoted_text, can_be_read_back_byte_by_byte) {
+    EXPECT_EQ(pmctl::quoted_text(""), R"("")");
+    EXPECT_EQ(pmctl::quoted_text("uplink to core"), R"("uplink to core")");
+    EXPECT_EQ(pmctl::quoted_text(R"(a "b" \ c)"), R"("a \"b\" \\ c")");
+    EXPECT_EQ(pmctl::quoted_text("\x01\n\x7f"), R"("\x01\x0a\x7f")");
+    EXPECT_EQ(pmctl::quoted_text("caf\xc3\xa9 \xe2\x82\xac"), "\"caf\xc3\xa9 \xe2\x82\xac\"");
+    EXPECT_EQ(pmctl::quoted_text("\xc2\x85"), R"("\xc2\x85")");
+    EXPECT_EQ(pmctl::quoted_text("a\xff\xe2\x82z"), R"("a\xff\xe2\x82z")");
+}
+
 }  // namespace

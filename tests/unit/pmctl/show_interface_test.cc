@@ -1,14 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
 // Commands from their words to output, messages and exit status.
-#include <gmock/gmock.h>
-
 #include <cerrno>
 #include <sstream>
 
+#include "command_test.h"
 #include "fixed_records.h"
-#include "outcome.h"
 #include "port_mgr/status.h"
-#include "scripted_switch.h"
 
 namespace {
 
@@ -26,28 +23,12 @@ std::vector<std::string> titles_in(const std::string &text) {
     return titles;
 }
 
-class show_interface : public testing::Test {
+class show_interface : public command_test {
   protected:
-    void SetUp() override { the_switch = {}; }
-
-    // Whatever happened, nothing is left behind.
-    void TearDown() override {
-        EXPECT_EQ(the_switch.open_handles, 0);
-        EXPECT_EQ(the_switch.undropped_messages, 0);
-    }
-
     static pmctl::outcome run(std::vector<const char *> words) {
-        words.insert(words.begin(), {"pmctl", "show", "interface"});
-        return pmctl::carry_out(pmctl::parse_command_line(static_cast<int>(words.size()), words.data()));
+        words.insert(words.begin(), {"show", "interface"});
+        return command_test::run(std::move(words));
     }
-
-    static void answer(const char *range, std::vector<pm_port_info_t> ports) {
-        the_switch.ranges[range] = {0, 0, std::move(ports)};
-    }
-
-    static void refuse(const char *range, uint32_t status) { the_switch.ranges[range] = {0, status, {}}; }
-
-    static void fail(const char *range, uint32_t error) { the_switch.ranges[range] = {error, 0, {}}; }
 };
 
 TEST_F(show_interface, asks_once_for_each_range) {

@@ -3,6 +3,8 @@
 
 #include <cstdint>
 
+#include <fmt/core.h>
+
 namespace pmctl {
 namespace {
 
@@ -51,6 +53,18 @@ bool is_control(std::string_view character) {
     return lead < 0x20 || lead == 0x7f || (lead == 0xc2 && byte_at(character, 1) < 0xa0);
 }
 
+std::string hexadecimal(std::string_view bytes) {
+    std::string text;
+    for (const char byte : bytes) text += fmt::format("\\x{:02x}", static_cast<uint8_t>(byte));
+    return text;
+}
+
+std::string quoted_character(std::string_view character) {
+    if (is_control(character)) return hexadecimal(character);
+    if (character == "\"" || character == "\\") return fmt::format("\\{}", character);
+    return std::string(character);
+}
+
 }  // namespace
 
 std::string printable_text(std::string_view text) {
@@ -64,6 +78,16 @@ std::string printable_text(std::string_view text) {
         text.remove_prefix(character.empty() ? 1 : character.size());
     }
     return printable;
+}
+
+std::string quoted_text(std::string_view text) {
+    std::string quoted = "\"";
+    while (!text.empty()) {
+        const std::string_view character = first_character(text);
+        quoted += character.empty() ? hexadecimal(text.substr(0, 1)) : quoted_character(character);
+        text.remove_prefix(character.empty() ? 1 : character.size());
+    }
+    return quoted + "\"";
 }
 
 }  // namespace pmctl

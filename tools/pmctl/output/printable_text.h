@@ -11,6 +11,10 @@ namespace pmctl {
 // replaced by U+FFFD.
 std::string printable_text(std::string_view text);
 
+// The text in double quotes, without loss: \" and \\ stand for these characters, and \xNN for a byte of a control
+// character or of what is not UTF-8.
+std::string quoted_text(std::string_view text);
+
 }  // namespace pmctl
 
 #endif

@@ -1,0 +1,35 @@
+// SPDX-License-Identifier: Apache-2.0
+// Commands from their words to their outcome, over the scripted switch.
+#ifndef TESTS_UNIT_PMCTL_COMMAND_TEST_H
+#define TESTS_UNIT_PMCTL_COMMAND_TEST_H
+
+#include <gmock/gmock.h>
+
+#include "outcome.h"
+#include "scripted_switch.h"
+
+class command_test : public testing::Test {
+  protected:
+    void SetUp() override { the_switch = {}; }
+
+    // Whatever happened, nothing is left behind.
+    void TearDown() override {
+        EXPECT_EQ(the_switch.open_handles, 0);
+        EXPECT_EQ(the_switch.undropped_messages, 0);
+    }
+
+    static pmctl::outcome run(std::vector<const char *> words) {
+        words.insert(words.begin(), "pmctl");
+        return pmctl::carry_out(pmctl::parse_command_line(static_cast<int>(words.size()), words.data()));
+    }
+
+    static void answer(const char *range, std::vector<pm_port_info_t> ports) {
+        the_switch.ranges[range] = {0, 0, std::move(ports)};
+    }
+
+    static void refuse(const char *range, uint32_t status) { the_switch.ranges[range] = {0, status, {}}; }
+
+    static void fail(const char *range, uint32_t error) { the_switch.ranges[range] = {error, 0, {}}; }
+};
+
+#endif
