@@ -1,10 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
-#include <gmock/gmock.h>
+#include "integration/pmctl/pmctl_program.h"
 
-#include <nlohmann/json.hpp>
-
-#include "integration/pmctl/pmctl_runs.h"
-#include "integration/virtual_switch/virtual_switch_test.h"
+#include <cstdlib>
 
 namespace {
 
@@ -14,20 +11,6 @@ using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::SizeIs;
 using testing::StartsWith;
-
-std::vector<std::string> names_in(const std::string &json_text) {
-    const auto document = nlohmann::json::parse(json_text);
-    std::vector<std::string> names;
-    for (const auto &port : document.at("interfaces")) names.push_back(port.at("name"));
-    return names;
-}
-
-class pmctl_alone : public runtime_dir_test {};
-
-class pmctl_program : public pmctl_alone {
-  protected:
-    virtual_switch_process switch_{director};
-};
 
 TEST_F(pmctl_program, shows_ranges_in_the_order_named) {
     const auto result = pmctl({"show", "interface", "fc2/3,fc1/1-3", "MGMT0", "po5", "--json"});
