@@ -23,17 +23,16 @@ void add_commands(candidates &found, const std::string &below) {
         if (!is_hidden(*each)) found.emplace_back(last_word(*each));
 }
 
+// Those after words that lead to a command.
+void add_commands_after(candidates &found, const candidates &words) {
+    const words_read read = read_words(words);
+    if (read.unknown.empty()) add_commands(found, read.words);
+}
+
 // Every name may follow the last comma of a list.
 void add_interfaces(candidates &found, const std::string &typed, const name_source &interface_names) {
     const std::string list = typed.substr(0, typed.rfind(',') + 1);
     for (const std::string &name : interface_names()) found.push_back(list + name);
-}
-
-// The command that the words of `help` have come to.
-std::string command_in(const candidates &words) {
-    word_reader reader;
-    for (const std::string &word : words) reader.take(word);
-    return reader.words();
 }
 
 // What may be typed for an argument.
@@ -47,7 +46,7 @@ void add_values(candidates &found, const argument &of, const arguments &given, c
             add_interfaces(found, typed, interface_names);
             break;
         case argument_content::command:
-            add_commands(found, command_in(given.words(of.name)));
+            add_commands_after(found, given.words(of.name));
             break;
         default:
             break;
@@ -55,33 +54,33 @@ void add_values(candidates &found, const argument &of, const arguments &given, c
 }
 
 // "--color=auto" and so on for "--color=a".
-candidates option_values(const word_reader &reader, const std::string &typed, const name_source &interface_names) {
+candidates option_values(const words_read &read, const std::string &typed, const name_source &interface_names) {
     const size_t begin = typed.find('=') + 1;
-    const argument *option = find_option(reader.reached(), typed.substr(0, begin - 1));
     candidates found;
-    if (option != nullptr) add_values(found, *option, reader.given(), typed.substr(begin), interface_names);
+    for (const argument *each : options_of(read.reached))
+        if (typed.substr(0, begin - 1) == each->name)
+            add_values(found, *each, read.given, typed.substr(begin), interface_names);
     for (std::string &each : found) each.insert(0, typed, 0, begin);
     return found;
 }
 
-candidates options(const word_reader &reader) {
+candidates options(const words_read &read) {
     candidates found;
-    for (const argument *each : options_of(reader.reached()))
-        if (!reader.given().has(each->name)) found.emplace_back(each->name);
+    for (const argument *each : options_of(read.reached))
+        if (!read.given.has(each->name)) found.emplace_back(each->name);
     return found;
 }
 
-candidates after(const word_reader &reader, const std::string &typed, const name_source &interface_names) {
+candidates after(const words_read &read, const std::string &typed, const name_source &interface_names) {
     candidates found;
-    if (reader.option_in_wait() != nullptr) {
-        add_values(found, *reader.option_in_wait(), reader.given(), typed, interface_names);
+    if (read.option_in_wait != nullptr) {
+        add_values(found, *read.option_in_wait, read.given, typed, interface_names);
         return found;
     }
-    if (reader.takes_options() && typed.starts_with('-'))
-        return typed.find('=') == std::string::npos ? options(reader) : option_values(reader, typed, interface_names);
-    if (reader.takes_options()) add_commands(found, reader.words());
-    if (const argument *place = reader.next_in_place())
-        add_values(found, *place, reader.given(), typed, interface_names);
+    if (!read.after_separator && typed.starts_with('-'))
+        return typed.find('=') == std::string::npos ? options(read) : option_values(read, typed, interface_names);
+    if (!read.after_separator) add_commands(found, read.words);
+    if (const argument *place = next_in_place(read)) add_values(found, *place, read.given, typed, interface_names);
     return found;
 }
 
@@ -89,9 +88,9 @@ candidates after(const word_reader &reader, const std::string &typed, const name
 
 std::vector<std::string> completions(const std::vector<std::string> &words, const name_source &interface_names) try {
     if (words.empty()) return {};
-    word_reader reader;
-    for (size_t i = 0; i + 1 < words.size(); ++i) reader.take(words[i]);
-    candidates found = after(reader, words.back(), interface_names);
+    const words_read read = read_words({words.begin(), words.end() - 1});
+    if (!read.unknown.empty()) return {};
+    candidates found = after(read, words.back(), interface_names);
     std::erase_if(found, [&words](const std::string &each) { return !may_become(words.back(), each); });
     return found;
 } catch (const usage_error &) {

@@ -1,7 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
+// The only file that knows CLI11, which takes long to compile.
 #include "word_reader.h"
 
+#include <algorithm>
+
 #include <fmt/core.h>
+
+#include <CLI/CLI.hpp>
 
 #include "command_table.h"
 #include "failure.h"
@@ -10,27 +15,169 @@
 namespace pmctl {
 namespace {
 
-const argument *option_named(std::span<const argument> among, std::string_view name) {
-    for (const argument &each : among)
-        if (is_option(each) && each.name == name) return &each;
-    return nullptr;
+constexpr const char *separator = "--";
+constexpr auto take_all = CLI::MultiOptionPolicy::TakeAll;
+constexpr const char *plain_flag = "true";  // what the parser stores for a flag without a value
+
+// "--color" in "--color=auto".
+std::string name_in(const std::string &word) { return word.substr(0, word.find('=')); }
+
+// The parser, built from the command table: a node a command. Options hang on the root, so that they may stand
+// anywhere; which of them a command takes is checked later, as are all words.
+class command_tree {
+  public:
+    command_tree() {
+        app_.set_help_flag();
+        set_up(&app_);
+        for (const argument &each : global_options()) add_option(each);
+        for (const command &each : all_commands()) add_command(each);
+    }
+
+    words_read read(const std::vector<std::string> &typed) {
+        const argument *option_in_wait = nullptr;
+        try {
+            app_.parse(std::vector<std::string>(typed.rbegin(), typed.rend()));
+        } catch (const CLI::ArgumentMismatch &) {
+            option_in_wait = option_named(name_in(typed.back()));
+        }
+        const std::string words = reached_words();
+        return {words, find_command(words), given(), option_in_wait, is_separated(typed), unknown()};
+    }
+
+  private:
+    struct known_argument {
+        const argument *what;
+        const CLI::Option *found;
+    };
+
+    // One word leads to one command at each node.
+    static void set_up(CLI::App *node) {
+        node->allow_extras();
+        node->fallthrough();
+        node->require_subcommand(0, 1);
+    }
+
+    void add_command(const command &each) {
+        CLI::App *node = &app_;
+        for (const std::string &word : CLI::detail::split(std::string(each.words), ' ')) node = child_of(node, word);
+        for (const argument &taken : each.takes) {
+            if (is_option(taken))
+                add_option(taken);
+            else
+                add_place(node, taken);
+        }
+    }
+
+    static CLI::App *child_of(CLI::App *node, const std::string &word) {
+        for (CLI::App *child : node->get_subcommands([](CLI::App *) { return true; }))
+            if (child->get_name() == word) return child;
+        CLI::App *child = node->add_subcommand(word);
+        set_up(child);
+        return child;
+    }
+
+    // Commands share options of one name.
+    void add_option(const argument &taken) {
+        if (option_named(taken.name) != nullptr) return;
+        const std::string names = taken.name == std::string_view("--help") ? "-h,--help" : taken.name;
+        CLI::Option *option = taken.kind == argument_kind::flag ? app_.add_flag(names) : app_.add_option(names);
+        option->multi_option_policy(take_all);
+        known_.push_back({&taken, option});
+    }
+
+    void add_place(CLI::App *node, const argument &taken) {
+        CLI::Option *place = node->add_option(taken.name);
+        place->expected(taken.kind == argument_kind::words ? -1 : 1)->multi_option_policy(take_all);
+        known_.push_back({&taken, place});
+    }
+
+    const argument *option_named(std::string_view name) const {
+        for (const known_argument &each : known_)
+            if (is_option(*each.what) && each.what->name == name) return each.what;
+        return nullptr;
+    }
+
+    std::string reached_words() const {
+        std::string words;
+        for (const CLI::App *node = &app_; !node->get_subcommands().empty();) {
+            node = node->get_subcommands().front();
+            words += (words.empty() ? "" : " ") + node->get_name();
+        }
+        return words;
+    }
+
+    arguments given() const {
+        arguments all;
+        for (const auto &[what, found] : known_) {
+            if (found->count() == 0) continue;
+            if (what->kind == argument_kind::flag)
+                all.set(flag_of(*what, *found));
+            else if (what->kind == argument_kind::option && found->count() > 1)
+                throw usage_error(fmt::format("{} is given twice", what->name));
+            else
+                for (const std::string &word : found->results()) all.add(what->name, word);
+        }
+        return all;
+    }
+
+    static const char *flag_of(const argument &what, const CLI::Option &found) {
+        for (const std::string &value : found.results())
+            if (value != plain_flag) throw usage_error(fmt::format("{0} takes no value: {0}={1}", what.name, value));
+        return what.name;
+    }
+
+    static bool is_separated(const std::vector<std::string> &typed) {
+        return std::find(typed.begin(), typed.end(), separator) != typed.end();
+    }
+
+    std::vector<std::string> unknown() const {
+        std::vector<std::string> words = app_.remaining(true);
+        words.erase(std::remove(words.begin(), words.end(), separator), words.end());
+        return words;
+    }
+
+    CLI::App app_{"", "pmctl"};
+    std::vector<known_argument> known_;
+};
+
+std::vector<std::string> known_options(const command *of) {
+    std::vector<std::string> names;
+    for (const argument *each : options_of(of)) names.emplace_back(each->name);
+    return names;
 }
 
-// "-" and negative numbers are no options.
-bool is_option_word(std::string_view word) {
-    return word.size() > 1 && word[0] == '-' && (word[1] < '0' || word[1] > '9');
+std::vector<std::string> known_words(std::string_view head) {
+    std::vector<std::string> words;
+    for (const command *each : commands_below(head))
+        if (!is_hidden(*each)) words.emplace_back(last_word(*each));
+    return words;
 }
 
 }  // namespace
 
-const argument *find_option(const command *of, std::string_view name) {
-    if (name == "-h") name = "--help";
-    if (const argument *found = option_named(global_options(), name)) return found;
-    if (of != nullptr)
-        if (const argument *found = option_named(of->takes, name)) return found;
-    for (const command &other : all_commands())
-        if (const argument *found = option_named(other.takes, name)) return found;
+words_read read_words(const std::vector<std::string> &typed) { return command_tree().read(typed); }
+
+const argument *next_in_place(const words_read &read) {
+    if (read.reached == nullptr) return nullptr;
+    for (const argument &each : read.reached->takes)
+        if (each.kind == argument_kind::words || (each.kind == argument_kind::word && !read.given.has(each.name)))
+            return &each;
     return nullptr;
+}
+
+std::string help_hint(const words_read &read) {
+    return read.words.empty() ? "pmctl --help" : fmt::format("pmctl {} --help", read.words);
+}
+
+void refuse_unknown(const words_read &read) {
+    if (read.unknown.empty()) return;
+    const std::string &word = read.unknown.front();
+    const bool is_option_word = word.starts_with('-') && word.size() > 1;
+    const auto known = is_option_word ? known_options(read.reached) : known_words(read.words);
+    if (known.empty()) throw usage_error(fmt::format("{} does not take: {}", read.words, word));
+    const std::string name = is_option_word ? name_in(word) : word;
+    throw usage_error(fmt::format("not a known word here: {}{}", name,
+                                  did_you_mean(name, known, fmt::format("; see {}", help_hint(read)))));
 }
 
 std::vector<const argument *> options_of(const command *of) {
@@ -40,83 +187,6 @@ std::vector<const argument *> options_of(const command *of) {
             if (is_option(each)) options.push_back(&each);
     for (const argument &each : global_options()) options.push_back(&each);
     return options;
-}
-
-void word_reader::take(const std::string &word) {
-    if (option_in_wait_ != nullptr)
-        add_value(*option_in_wait_, word);
-    else if (after_separator_)
-        fill_place(word);
-    else if (word == "--")
-        after_separator_ = true;
-    else if (is_option_word(word))
-        take_option(word);
-    else if (!descend(word))
-        fill_place(word);
-}
-
-const command *word_reader::reached() const { return find_command(words_); }
-
-const argument *word_reader::next_in_place() const {
-    if (reached() == nullptr) return nullptr;
-    for (const argument &each : reached()->takes)
-        if (each.kind == argument_kind::words || (each.kind == argument_kind::word && !given_.has(each.name)))
-            return &each;
-    return nullptr;
-}
-
-std::string word_reader::help_hint() const {
-    return words_.empty() ? "pmctl --help" : fmt::format("pmctl {} --help", words_);
-}
-
-void word_reader::take_option(const std::string &word) {
-    const size_t equals = word.find('=');
-    const std::string name = word.substr(0, equals);
-    const argument *option = find_option(reached(), name);
-    if (option == nullptr) refuse_option(name);
-    if (option->kind == argument_kind::flag && equals != std::string::npos)
-        throw usage_error(fmt::format("{} takes no value: {}", name, word));
-    if (option->kind == argument_kind::flag)
-        given_.set(option->name);
-    else if (equals != std::string::npos)
-        add_value(*option, word.substr(equals + 1));
-    else
-        option_in_wait_ = option;
-}
-
-void word_reader::add_value(const argument &option, const std::string &value) {
-    if (given_.has(option.name)) throw usage_error(fmt::format("{} is given twice", option.name));
-    given_.add(option.name, value);
-    option_in_wait_ = nullptr;
-}
-
-bool word_reader::descend(const std::string &word) {
-    const std::string longer = words_.empty() ? word : words_ + " " + word;
-    if (find_command(longer) == nullptr) return false;
-    words_ = longer;
-    return true;
-}
-
-void word_reader::fill_place(const std::string &word) {
-    const argument *place = next_in_place();
-    if (place == nullptr) refuse_word(word);
-    given_.add(place->name, word);
-}
-
-void word_reader::refuse_option(const std::string &name) const {
-    std::vector<std::string> known;
-    for (const argument *each : options_of(reached())) known.emplace_back(each->name);
-    throw usage_error(fmt::format("not a known word here: {}{}", name,
-                                  did_you_mean(name, known, fmt::format("; see {}", help_hint()))));
-}
-
-void word_reader::refuse_word(const std::string &word) const {
-    std::vector<std::string> known;
-    for (const command *each : commands_below(words_))
-        if (!is_hidden(*each)) known.emplace_back(last_word(*each));
-    if (known.empty()) throw usage_error(fmt::format("{} does not take: {}", words_, word));
-    throw usage_error(fmt::format("not a known word here: {}{}", word,
-                                  did_you_mean(word, known, fmt::format("; see {}", help_hint()))));
 }
 
 }  // namespace pmctl

@@ -58,7 +58,7 @@ TEST(completions, are_values_of_options) {
     EXPECT_THAT(completed({"--color", "n"}), ElementsAre("never"));
     EXPECT_THAT(completed({"show", "interface", "--color=a"}), ElementsAre("--color=auto", "--color=always"));
     EXPECT_THAT(completed({"show", "interface", "--watch", ""}), IsEmpty());
-    EXPECT_THAT(completed({"--json=", ""}), IsEmpty());
+    EXPECT_THAT(completed({"--json=1", ""}), IsEmpty());
     EXPECT_THAT(completed({"--xyz=a"}), IsEmpty());
     EXPECT_EQ(times_asked, 0);
 }

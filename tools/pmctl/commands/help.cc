@@ -7,9 +7,9 @@
 namespace pmctl {
 
 command_result run_help(const arguments &given) {
-    word_reader reader;
-    for (const std::string &word : given.words("COMMAND")) reader.take(word);
-    return {{{}, help_text(reader.reached())}, {}};
+    const words_read read = read_words(given.words("COMMAND"));
+    refuse_unknown(read);
+    return {{{}, help_text(read.reached)}, {}};
 }
 
 }  // namespace pmctl
