@@ -176,7 +176,6 @@ TEST_F(pmctl_running_config, shows_each_kind_with_its_settings) {
   receive-bb-credit 16
   port-vsan 10
   mtu 2112
-  bandwidth 8000000
   down-on-link-failure off
 
 interface Ethernet4/13
@@ -189,7 +188,6 @@ interface Ethernet4/13
   auto-negotiation on
   beacon off
   mtu 1500
-  bandwidth 100000
   down-on-link-failure off
 
 interface mgmt0
@@ -199,7 +197,6 @@ interface mgmt0
   duplex full
   auto-negotiation on
   mtu 1500
-  bandwidth 1000000
   down-on-link-failure off
 
 subinterface create port-channel20.30
@@ -207,7 +204,6 @@ interface port-channel20.30
   no shutdown
   description "iSCSI on the uplink"
   mtu 1500
-  bandwidth 40000000
 )");
 }
 

@@ -46,13 +46,13 @@ TEST_F(pmctl_words, tell_a_port_in_full) {
     Port VSAN                     10
     Native VLAN                   -
     Encapsulation                 normal
-    Promiscuous                   Unknown(0)
+    Promiscuous                   -
   Link
     Admin speed                   8 Gbps
     Oper speed                    unknown
     Rate mode                     dedicated
     Duplex                        unknown
-    Auto-negotiation              Unknown(0)
+    Auto-negotiation              -
     Bandwidth (kbit/s)            0
     MTU (bytes)                   2112
     Receive flow control          off

@@ -18,7 +18,7 @@ TEST(column_table, shows_each_member_in_its_column) {
               R"(Interface  Admin mode       Oper mode        State    Reason         Gbps  Port channel    VSAN
 fc1/4      Unknown(201001)  Unknown(201002)  unknown  ficonProhibit  201   port-channel12  2003
 fc1/4      E                TE               down     notConnected   0.1   port-channel12  2003
-mgmt0      Unknown(0)       Unknown(0)       unknown  down           --    -               -
+mgmt0      -                -                unknown  down           --    -               -
 )");
 }
 

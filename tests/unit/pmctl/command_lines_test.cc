@@ -156,6 +156,19 @@ TEST(command_lines, leave_out_values_that_a_setting_cannot_have) {
 )");
 }
 
+TEST(command_lines, leave_out_a_bandwidth_that_follows_from_the_speed) {
+    pm_port_info_t port = full_port();
+    port.oper_speed = 4000;
+    port.bandwidth = 4000000;
+    EXPECT_THAT(command_lines(port), Not(HasSubstr("bandwidth")));
+    port.bandwidth = 4000001;
+    EXPECT_THAT(command_lines(port), HasSubstr("  bandwidth 4000001\n"));
+    // A speed that is not known times 1000 does not fit a record.
+    port.oper_speed = 0xffffffff;
+    port.bandwidth = 0xfffffc18;
+    EXPECT_THAT(command_lines(port), HasSubstr("  bandwidth 4294966296\n"));
+}
+
 TEST(command_lines, shut_down_and_describe) {
     pm_port_info_t port = idle_port("fc1/4");
     port.admin_state = 2;

@@ -106,7 +106,7 @@ TEST(member_list, shows_a_dash_for_what_a_port_does_not_have) {
     Interface                     mgmt0
     Description                   -
     Owner                         -
-    Port type                     Unknown(0)
+    Port type                     -
     Physical layer                Unknown
     Port channel                  -
     Transceiver present           no
@@ -117,25 +117,25 @@ TEST(member_list, shows_a_dash_for_what_a_port_does_not_have) {
     Service state                 in service
     Lane state                    unknown, unknown, unknown, unknown
   Mode
-    Admin mode                    Unknown(0)
-    Oper mode                     Unknown(0)
-    Admin trunk mode              Unknown(0)
-    Oper trunk mode               Unknown(0)
+    Admin mode                    -
+    Oper mode                     -
+    Admin trunk mode              -
+    Oper trunk mode               -
     Port VSAN                     -
     Native VLAN                   -
     Encapsulation                 unknown
-    Promiscuous                   Unknown(0)
+    Promiscuous                   -
   Link
     Admin speed                   auto
     Oper speed                    unknown
-    Rate mode                     Unknown(0)
+    Rate mode                     -
     Duplex                        unknown
-    Auto-negotiation              Unknown(0)
+    Auto-negotiation              -
     Bandwidth (kbit/s)            0
     MTU (bytes)                   0
     Receive flow control          off
     Send flow control             off
-    Beacon mode                   Unknown(0)
+    Beacon mode                   -
   Addresses
     FC address                    -
     IP address                    -
@@ -145,14 +145,14 @@ TEST(member_list, shows_a_dash_for_what_a_port_does_not_have) {
     Extended BB credits           default
     BB credit multiplier          0
     Performance buffers           default
-    BB state change notification  Unknown(0)
+    BB state change notification  -
     Receive buffer size (bytes)   0
   Traps, tracking and errors
-    Link-up trap                  Unknown(0)
-    Link-down trap                Unknown(0)
+    Link-up trap                  -
+    Link-down trap                -
     Delayed trap state            unknown
-    Down on link failure          Unknown(0)
-    Ignored errors                Unknown(0)
+    Down on link failure          -
+    Ignored errors                -
     Tracking mode                 operationally-bound
     Link failures                 0
     Sync losses                   0

@@ -83,13 +83,13 @@ class watch : public testing::Test {
     stepped_surroundings around_;
 };
 
-const std::string up_row = "mgmt0      Unknown(0)  Unknown(0)  up     down    --    -             -\n";
-const std::string header = "Interface  Admin mode  Oper mode   State  Reason  Gbps  Port channel  VSAN\n";
+const std::string up_row = "mgmt0      -           -          up     down    --    -             -\n";
+const std::string header = "Interface  Admin mode  Oper mode  State  Reason  Gbps  Port channel  VSAN\n";
 
 TEST_F(watch, marks_what_changed_since_the_drawing_before) {
     around_.steps = {[] {}, [] {}, [] { set_state(2); }, [] {}};
     EXPECT_EQ(run(), 0);
-    const std::string down_row = "mgmt0      Unknown(0)  Unknown(0)  down*  down    --    -             -\n";
+    const std::string down_row = "mgmt0      -           -          down*  down    --    -             -\n";
     ASSERT_THAT(around_.drawings, SizeIs(4));
     EXPECT_EQ(around_.drawings[0], header + up_row);
     EXPECT_EQ(around_.drawings[1], "\n" + header + up_row);

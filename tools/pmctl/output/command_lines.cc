@@ -95,6 +95,12 @@ struct setting {
     std::string (*words)(uint32_t number);
 };
 
+// What follows from the speed is no setting.
+uint32_t bandwidth_set(const pm_port_info_t &port) {
+    constexpr uint64_t kbit_in_mbit = 1000;
+    return port.bandwidth == port.oper_speed * kbit_in_mbit ? 0 : port.bandwidth;
+}
+
 #define NUMBER(member) [](const pm_port_info_t &port) { return uint32_t{port.member}; }
 
 constexpr setting admin_state = {"", every, NUMBER(admin_state), 0, state_words};
@@ -112,7 +118,7 @@ constexpr setting settings[] = {
     {"receive-bb-credit ", has_credits, NUMBER(bb_credit[0]), 0, credit_words},
     {"port-vsan ", every, NUMBER(port_vsan), 0, number_words},
     {"mtu ", every, NUMBER(mtu), 0, number_words},
-    {"bandwidth ", every, NUMBER(bandwidth), 0, number_words},
+    {"bandwidth ", every, bandwidth_set, 0, number_words},
     {"down-on-link-failure ", is_port, NUMBER(down_on_link_failure), 4, link_failure_words},
 };
 

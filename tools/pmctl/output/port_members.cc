@@ -22,9 +22,11 @@ using enum member_format;
 
 constexpr uint32_t unknown_speed = 0xffffffff;
 
+// A zero that has no word is what a port reports of an attribute that it does not have.
 template <typename Value>
 std::string text_of(const char *(*text)(Value), uint32_t number) {
-    return text(static_cast<Value>(number));
+    const char *const found = text(static_cast<Value>(number));
+    return number == 0 && found == local_temp_string_buffer ? std::string() : found;
 }
 
 template <typename Value>
