@@ -5,7 +5,7 @@
 
 #include <new>
 
-#include "argument_check.h"
+#include "command_line/argument_check.h"
 #include "failure.h"
 #include "output/printable_text.h"
 #include "output/render.h"

@@ -3,7 +3,7 @@
 #ifndef PMCTL_OUTCOME_H
 #define PMCTL_OUTCOME_H
 
-#include "command_line.h"
+#include "command_line/command_line.h"
 #include "output/terminal.h"
 
 namespace pmctl {

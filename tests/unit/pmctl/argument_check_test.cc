@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "argument_check.h"
+#include "command_line/argument_check.h"
 
 #include <gtest/gtest.h>
 

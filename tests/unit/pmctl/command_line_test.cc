@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "command_line.h"
+#include "command_line/command_line.h"
 
 #include <gmock/gmock.h>
 

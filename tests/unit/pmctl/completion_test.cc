@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "completion.h"
+#include "command_line/completion.h"
 
 #include <gmock/gmock.h>
 

@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "help_text.h"
+#include "command_line/help_text.h"
 
 #include <gmock/gmock.h>
 
 #include <sstream>
 
-#include "command_line.h"
+#include "command_line/command_line.h"
 #include "command_table.h"
 #include "outcome.h"
 

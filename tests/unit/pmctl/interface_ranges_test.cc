@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "interface_ranges.h"
+#include "switch/interface_ranges.h"
 
 #include <gmock/gmock.h>
 
 #include "failure.h"
-#include "interface_names.h"
+#include "switch/interface_names.h"
 #include "unit/platform/runtime_dir_fixture.h"
 
 namespace {

@@ -7,9 +7,9 @@
 #include <cstdlib>
 #include <cstring>
 
-#include "interface_names.h"
 #include "platform_dev/mts_dev.h"
 #include "port_mgr/port_info_request.h"
+#include "switch/interface_names.h"
 
 scripted_switch the_switch;
 

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "commands/asked_ports.h"
 
-#include "interface_names.h"
-#include "switch_client.h"
+#include "switch/interface_names.h"
+#include "switch/switch_client.h"
 
 namespace pmctl {
 namespace {

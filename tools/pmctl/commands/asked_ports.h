@@ -5,8 +5,8 @@
 
 #include "command.h"
 #include "failure.h"
-#include "interface_ranges.h"
 #include "port_mgr/port_info_record.h"
+#include "switch/interface_ranges.h"
 
 namespace pmctl {
 

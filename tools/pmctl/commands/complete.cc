@@ -5,10 +5,10 @@
 
 #include <csignal>
 
-#include "completion.h"
+#include "command_line/completion.h"
 #include "failure.h"
-#include "interface_names.h"
-#include "switch_client.h"
+#include "switch/interface_names.h"
+#include "switch/switch_client.h"
 
 namespace pmctl {
 namespace {

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "commands/help.h"
 
-#include "help_text.h"
-#include "word_reader.h"
+#include "command_line/help_text.h"
+#include "command_line/word_reader.h"
 
 namespace pmctl {
 

@@ -2,12 +2,12 @@
 #include "commands/show_capabilities.h"
 
 #include "commands/asked_ports.h"
-#include "interface_names.h"
 #include "output/json_text.h"
 #include "platform/if_index.h"
 #include "port_mgr/port_capabilities.h"
 #include "port_mgr/transceiver_kind.h"
-#include "switch_client.h"
+#include "switch/interface_names.h"
+#include "switch/switch_client.h"
 
 namespace pmctl {
 namespace {

@@ -6,7 +6,7 @@
 #include "output/json_text.h"
 #include "output/member_list.h"
 #include "output/port_members.h"
-#include "switch_client.h"
+#include "switch/switch_client.h"
 
 namespace pmctl {
 command_result run_show_interface(const arguments &given) {

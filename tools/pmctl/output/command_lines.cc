@@ -11,12 +11,12 @@
 
 #include <fmt/core.h>
 
-#include "interface_names.h"
 #include "output/printable_text.h"
 #include "platform/if_index.h"
 #include "port_mgr/command_words.h"
 #include "port_mgr/port_capabilities.h"
 #include "port_mgr/port_strings.h"
+#include "switch/interface_names.h"
 
 namespace pmctl {
 namespace {

@@ -7,9 +7,9 @@
 
 #include <fmt/core.h>
 
-#include "interface_names.h"
 #include "output/printable_text.h"
 #include "port_mgr/port_strings.h"
+#include "switch/interface_names.h"
 
 namespace pmctl {
 namespace {

@@ -5,7 +5,7 @@
 
 #include <fmt/core.h>
 
-#include "argument_check.h"
+#include "command_line/argument_check.h"
 #include "outcome.h"
 #include "output/printable_text.h"
 #include "output/render.h"

@@ -5,7 +5,7 @@
 
 #include <chrono>
 
-#include "command_line.h"
+#include "command_line/command_line.h"
 #include "output/terminal.h"
 
 namespace pmctl {

@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "command_line.h"
+#include "command_line/command_line.h"
 
 #include <fmt/format.h>
 
-#include "argument_check.h"
+#include "command_line/argument_check.h"
+#include "command_line/help_text.h"
+#include "command_line/word_reader.h"
 #include "failure.h"
-#include "help_text.h"
-#include "word_reader.h"
 
 namespace pmctl {
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // Ranges of interfaces, counted and stepped through.
-#ifndef PMCTL_INTERFACE_RANGES_H
-#define PMCTL_INTERFACE_RANGES_H
+#ifndef PMCTL_SWITCH_INTERFACE_RANGES_H
+#define PMCTL_SWITCH_INTERFACE_RANGES_H
 
 #include <cstdint>
 #include <string>

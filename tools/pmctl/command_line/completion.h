@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
-#ifndef PMCTL_COMPLETION_H
-#define PMCTL_COMPLETION_H
+#ifndef PMCTL_COMMAND_LINE_COMPLETION_H
+#define PMCTL_COMMAND_LINE_COMPLETION_H
 
 #include <functional>
 #include <string>

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "suggestion.h"
+#include "command_line/suggestion.h"
 
 #include <algorithm>
 #include <cctype>

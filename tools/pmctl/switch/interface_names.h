@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
 // Interface names and ranges as people type them.
-#ifndef PMCTL_INTERFACE_NAMES_H
-#define PMCTL_INTERFACE_NAMES_H
+#ifndef PMCTL_SWITCH_INTERFACE_NAMES_H
+#define PMCTL_SWITCH_INTERFACE_NAMES_H
 
 #include <string>
 #include <vector>
 
-#include "interface_ranges.h"
+#include "switch/interface_ranges.h"
 
 namespace pmctl {
 

@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "completion.h"
+#include "command_line/completion.h"
 
 #include <strings.h>
 
+#include "command_line/word_reader.h"
 #include "command_table.h"
 #include "failure.h"
-#include "word_reader.h"
 
 namespace pmctl {
 namespace {

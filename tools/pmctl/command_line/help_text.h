@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
-#ifndef PMCTL_HELP_TEXT_H
-#define PMCTL_HELP_TEXT_H
+#ifndef PMCTL_COMMAND_LINE_HELP_TEXT_H
+#define PMCTL_COMMAND_LINE_HELP_TEXT_H
 
 #include "command.h"
 

@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "interface_ranges.h"
+#include "switch/interface_ranges.h"
 
 #include <fmt/core.h>
 
 #include "failure.h"
-#include "interface_names.h"
 #include "platform_dev/if_index_dev.h"
 #include "port_mgr/if_index_range.h"
+#include "switch/interface_names.h"
 
 namespace pmctl {
 namespace {

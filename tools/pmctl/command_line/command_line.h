@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // From the words of the command line to the command they name.
-#ifndef PMCTL_COMMAND_LINE_H
-#define PMCTL_COMMAND_LINE_H
+#ifndef PMCTL_COMMAND_LINE_COMMAND_LINE_H
+#define PMCTL_COMMAND_LINE_COMMAND_LINE_H
 
 #include "command.h"
 

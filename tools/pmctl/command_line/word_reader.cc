@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 // The only file that knows CLI11, which takes long to compile.
-#include "word_reader.h"
+#include "command_line/word_reader.h"
 
 #include <algorithm>
 
@@ -8,9 +8,9 @@
 
 #include <CLI/CLI.hpp>
 
+#include "command_line/suggestion.h"
 #include "command_table.h"
 #include "failure.h"
-#include "suggestion.h"
 
 namespace pmctl {
 namespace {

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // What someone may have meant who typed a word that nobody knows.
-#ifndef PMCTL_SUGGESTION_H
-#define PMCTL_SUGGESTION_H
+#ifndef PMCTL_COMMAND_LINE_SUGGESTION_H
+#define PMCTL_COMMAND_LINE_SUGGESTION_H
 
 #include <string>
 #include <string_view>

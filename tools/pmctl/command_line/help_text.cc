@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "help_text.h"
+#include "command_line/help_text.h"
 
 #include <algorithm>
 

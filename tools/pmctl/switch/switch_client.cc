@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "switch_client.h"
+#include "switch/switch_client.h"
 
 #include <cerrno>
 #include <climits>
@@ -13,7 +13,7 @@
 #include "platform_dev/mts_dev.h"
 #include "port_mgr/port_info_request.h"
 #include "port_mgr/status.h"
-#include "status_words.h"
+#include "switch/status_words.h"
 
 namespace pmctl {
 namespace {

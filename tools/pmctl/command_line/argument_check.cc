@@ -1,15 +1,15 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "argument_check.h"
+#include "command_line/argument_check.h"
 
 #include <algorithm>
 #include <charconv>
 
 #include <fmt/core.h>
 
+#include "command_line/suggestion.h"
 #include "command_table.h"
 #include "failure.h"
-#include "interface_names.h"
-#include "suggestion.h"
+#include "switch/interface_names.h"
 
 namespace pmctl {
 namespace {

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
-#ifndef PMCTL_ARGUMENT_CHECK_H
-#define PMCTL_ARGUMENT_CHECK_H
+#ifndef PMCTL_COMMAND_LINE_ARGUMENT_CHECK_H
+#define PMCTL_COMMAND_LINE_ARGUMENT_CHECK_H
 
 #include "command.h"
 

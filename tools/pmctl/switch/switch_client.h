@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // Questions to the switch: an open handle, and answers as owned arrays of records.
-#ifndef PMCTL_SWITCH_CLIENT_H
-#define PMCTL_SWITCH_CLIENT_H
+#ifndef PMCTL_SWITCH_SWITCH_CLIENT_H
+#define PMCTL_SWITCH_SWITCH_CLIENT_H
 
 #include <cstdlib>
 #include <functional>
@@ -9,9 +9,9 @@
 #include <span>
 #include <vector>
 
-#include "interface_ranges.h"
 #include "platform/mts.h"
 #include "port_mgr/port_info_response.h"
+#include "switch/interface_ranges.h"
 
 namespace pmctl {
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // What a status of the library means, in words.
-#ifndef PMCTL_STATUS_WORDS_H
-#define PMCTL_STATUS_WORDS_H
+#ifndef PMCTL_SWITCH_STATUS_WORDS_H
+#define PMCTL_SWITCH_STATUS_WORDS_H
 
 #include <cstdint>
 #include <string>

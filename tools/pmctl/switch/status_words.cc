@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "status_words.h"
+#include "switch/status_words.h"
 
 #include <fmt/core.h>
 

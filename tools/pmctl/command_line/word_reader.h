@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // Reads the words of a command line as far as they go; the command line and its completion are read by the same rules.
-#ifndef PMCTL_WORD_READER_H
-#define PMCTL_WORD_READER_H
+#ifndef PMCTL_COMMAND_LINE_WORD_READER_H
+#define PMCTL_COMMAND_LINE_WORD_READER_H
 
 #include "command.h"
 

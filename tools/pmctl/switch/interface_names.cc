@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "interface_names.h"
+#include "switch/interface_names.h"
 
 #include <fmt/core.h>
 
