@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // The running configuration, read line by line with a grammar of its own and held against the JSON of the same ports.
 #include <cstring>
+#include <filesystem>
 #include <fstream>
 #include <functional>
 #include <map>
@@ -158,7 +159,8 @@ TEST_P(running_config, says_line_by_line_how_each_interface_is_set) {
     for (size_t i = 0; i < blocks.size(); ++i) expect_fits(blocks[i], ports[i]);
 }
 
-INSTANTIATE_TEST_SUITE_P(chassis, running_config, testing::Values(director, every_kind, fixed_switch));
+INSTANTIATE_TEST_SUITE_P(chassis, running_config, testing::Values(director, every_kind, fixed_switch),
+                         [](const auto &file) { return std::filesystem::path(file.param).stem().string(); });
 
 class pmctl_running_config : public pmctl_program {};
 
