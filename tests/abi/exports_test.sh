@@ -33,5 +33,12 @@ for source in headers script; do
         failed=1
     fi
 done
+
+# Callers read this array by its size.
+if ! readelf --dyn-syms --wide "$library" | awk '$3 == 200 && $4 == "OBJECT" { sub(/@.*/, "", $8); print $8 }' |
+    grep --quiet --line-regexp local_temp_string_buffer; then
+    echo "local_temp_string_buffer is not an object of 200 bytes"
+    failed=1
+fi
 [ $failed -eq 0 ] && echo "$(wc -l <"$work/library") exports, in headers and version script alike"
 exit $failed
