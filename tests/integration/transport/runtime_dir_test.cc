@@ -86,6 +86,21 @@ TEST_F(runtime_directory, as_long_as_possible_serves) {
     EXPECT_EQ(exchange(handle, echo, "there", 4294967295u), "there");
 }
 
+TEST_F(runtime_directory, is_named_also_when_it_is_refused) {
+    ASSERT_EQ(chmod(directory().c_str(), 0755), 0);
+    char path[256] = "";
+    errno = 0;
+    EXPECT_EQ(mts_dev_runtime_dir(path, sizeof path), -1);
+    EXPECT_EQ(errno, EPERM);
+    EXPECT_EQ(path, directory());
+}
+
+TEST_F(runtime_directory, is_not_taken_from_an_empty_variable) {
+    setenv("XDG_RUNTIME_DIR", directory().c_str(), 1);
+    setenv("MTS_RUNTIME_DIR", "", 1);
+    EXPECT_EQ(found(), directory() + "/port_mgr");
+}
+
 TEST_F(runtime_directory, needs_room_for_its_path) {
     char room[256];
     const size_t needed = directory().size() + 1;

@@ -177,11 +177,13 @@ TEST_F(show_interface, reports_every_failure_before_the_switch_fell_silent) {
 }
 
 TEST_F(show_interface, says_why_no_handle_opened) {
-    the_switch.open_error = EPERM;
+    the_switch.open_error = EACCES;
     const auto outcome = run({"fc1/1"});
     EXPECT_EQ(outcome.status, 1);
-    EXPECT_THAT(outcome.messages,
-                ElementsAre("cannot open the message transport in /tmp/lab: Operation not permitted"));
+    EXPECT_THAT(outcome.messages, ElementsAre("cannot open the message transport in /tmp/lab: Permission denied"));
+    the_switch.open_error = EPERM;
+    EXPECT_THAT(run({"fc1/1"}).messages, ElementsAre("cannot open the message transport in /tmp/lab: it must be a "
+                                                     "directory of your own with mode 0700"));
 }
 
 TEST_F(show_interface, asks_nothing_for_a_wrong_command_line) {

@@ -24,16 +24,22 @@ constexpr uint16_t last_sub_number = 4095;
 
 // The run-time directory for messages.
 std::string runtime_directory() {
-    char path[PATH_MAX];
-    return mts_dev_runtime_dir(path, sizeof path) == 0 ? path : "the run-time directory";
+    char path[PATH_MAX] = "";
+    mts_dev_runtime_dir(path, sizeof path);
+    return *path != '\0' ? path : "the run-time directory";
+}
+
+std::string reason_not_to_open(int error) {
+    if (error == EPERM) return "it must be a directory of your own with mode 0700";
+    return std::generic_category().message(error);
 }
 
 mts_handle_t open_or_throw() {
     const mts_handle_t handle = mts_dev_open();
     const int error = errno;
     if (handle == 0)
-        throw switch_unavailable(fmt::format("cannot open the message transport in {}: {}", runtime_directory(),
-                                             std::generic_category().message(error)));
+        throw switch_unavailable(
+            fmt::format("cannot open the message transport in {}: {}", runtime_directory(), reason_not_to_open(error)));
     return handle;
 }
 

@@ -27,9 +27,15 @@ bool is_private_directory(const char *path) {
     return true;
 }
 
+// Null when the variable is empty, too.
+const char *set_variable(const char *name) {
+    const char *value = secure_getenv(name);
+    return value != nullptr && *value != '\0' ? value : nullptr;
+}
+
 int print_path(path_buffer &path) {
-    if (const char *own = secure_getenv("MTS_RUNTIME_DIR")) return std::snprintf(path.data(), path.size(), "%s", own);
-    if (const char *users = secure_getenv("XDG_RUNTIME_DIR"))
+    if (const char *own = set_variable("MTS_RUNTIME_DIR")) return std::snprintf(path.data(), path.size(), "%s", own);
+    if (const char *users = set_variable("XDG_RUNTIME_DIR"))
         return std::snprintf(path.data(), path.size(), "%s/port_mgr", users);
     return std::snprintf(path.data(), path.size(), "/tmp/port_mgr-%u", geteuid());
 }

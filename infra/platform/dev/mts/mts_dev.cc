@@ -29,12 +29,12 @@ int32_t mts_dev_close(mts_handle_t handle) {
 
 int32_t mts_dev_runtime_dir(char *path, size_t size) {
     path_buffer directory;
-    if (!runtime_dir(directory)) return -1;
+    if (!runtime_dir_path(directory)) return -1;
     const size_t needed = std::strlen(directory.data()) + 1;
     if (needed > size) {
         errno = ENAMETOOLONG;
         return -1;
     }
     std::memcpy(path, directory.data(), needed);
-    return 0;
+    return runtime_dir(directory) ? 0 : -1;
 }

@@ -26,8 +26,9 @@ mts_handle_t mts_dev_open(void);
 int32_t mts_dev_close(mts_handle_t handle);
 
 /* Writes the path of the run-time directory, NUL-terminated: $MTS_RUNTIME_DIR, else $XDG_RUNTIME_DIR/port_mgr,
- * else /tmp/port_mgr-UID. Creates it with mode 0700 when missing. Returns 0, or -1 with errno: EPERM when it
- * exists and belongs to another user or is open to others, ENAMETOOLONG when no socket's address can hold it. */
+ * else /tmp/port_mgr-UID; a variable that is empty counts as unset. Creates it with mode 0700 when missing. Returns
+ * 0, or -1 with errno: EPERM when it exists and belongs to another user or is open to others, ENAMETOOLONG, with
+ * nothing written, when no socket's address or not `path` can hold it, else what the system says. */
 int32_t mts_dev_runtime_dir(char *path, size_t size);
 
 PLATFORM_END_DECLS
