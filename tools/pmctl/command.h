@@ -17,8 +17,7 @@ namespace pmctl {
 enum class argument_kind : uint8_t {
     flag,    // "--json"
     option,  // "--color WHEN": a flag and one word after it
-    word,    // one word in its place, which must be there
-    words    // any number of words in their place; the last argument in place
+    words    // any number of words in their place, of which a command has one
 };
 
 // What the words of an argument must be; completion offers them where it can.

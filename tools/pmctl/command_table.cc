@@ -77,8 +77,8 @@ constexpr command commands[] = {
     {"show", "Show what the switch knows", {}, "", nullptr},
     {"show interface", "Show all that the switch knows about interfaces", interface_arguments,
      "  pmctl show interface fc1/1\n"
-     "  pmctl show interface fc1/1-12,fc2/3 port-channel1-4 mgmt0\n"
-     "  pmctl show interface Ethernet2/7.100-120\n"
+     "  pmctl show interface fc1/1-12,fc2/3 port-channel5 mgmt0\n"
+     "  pmctl show interface Ethernet4/7.100-120\n"
      "  pmctl show interface --all --json\n",
      run_show_interface},
     {"show interface brief", "Show one line for each interface", brief_arguments,
@@ -87,7 +87,7 @@ constexpr command commands[] = {
      "  pmctl show interface brief --watch 2\n",
      run_show_interface_brief},
     {"show interface capabilities", "Show what interfaces support, known by their kind", capability_arguments,
-     "  pmctl show interface capabilities fc1/1-2 Ethernet1/1\n"
+     "  pmctl show interface capabilities fc1/1-2 Ethernet4/1\n"
      "  pmctl show interface capabilities --all --json\n",
      run_show_capabilities},
     {"show interface reasons", "Show why ports can be in a state: codes, keywords, messages", reason_arguments,
@@ -119,13 +119,11 @@ const command *find_command(std::string_view words) {
     return found == std::end(commands) ? nullptr : found;
 }
 
-std::vector<const command *> commands_below(std::string_view words) {
-    std::vector<const command *> below;
+std::vector<std::string> words_below(std::string_view head) {
+    std::vector<std::string> words;
     for (const command &each : commands)
-        if (is_below(each, words)) below.push_back(&each);
-    return below;
+        if (is_below(each, head) && !is_hidden(each)) words.emplace_back(each.words.substr(each.words.rfind(' ') + 1));
+    return words;
 }
-
-std::string_view last_word(const command &of) { return of.words.substr(of.words.rfind(' ') + 1); }
 
 }  // namespace pmctl

@@ -15,11 +15,8 @@ std::span<const argument> global_options();
 // The command of exactly these words, or null.
 const command *find_command(std::string_view words);
 
-// The commands of one more word than `words`, which may be none.
-std::vector<const command *> commands_below(std::string_view words);
-
-// "brief" for "show interface brief".
-std::string_view last_word(const command &of);
+// The words that may follow `head`, which may be empty, to make a command of it; those of hidden ones are left out.
+std::vector<std::string> words_below(std::string_view head);
 
 constexpr bool is_hidden(const command &each) { return *each.summary == '\0'; }
 

@@ -4,8 +4,12 @@
 #define PMCTL_FAILURE_H
 
 #include <stdexcept>
+#include <string>
 
 namespace pmctl {
+
+// A word as messages name it: in quotes when it is empty or has blanks.
+std::string shown_word(const std::string &word);
 
 // The command line was wrong.
 class usage_error : public std::runtime_error {
@@ -14,7 +18,13 @@ class usage_error : public std::runtime_error {
 
 // The same: a word is no name of an interface. Another may have been meant.
 class unknown_name : public usage_error {
-    using usage_error::usage_error;
+  public:
+    explicit unknown_name(std::string name);
+
+    [[nodiscard]] const std::string &name() const { return name_; }
+
+  private:
+    std::string name_;
 };
 
 // The switch cannot be asked at all; asking on is of no use.

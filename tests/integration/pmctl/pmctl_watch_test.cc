@@ -138,7 +138,7 @@ TEST_F(pmctl_watch, draws_over_a_terminal) {
 }
 
 TEST_F(pmctl_watch, refuses_what_is_no_time) {
-    for (const char *seconds : {"0", "0.05", "86401", "soon", ""}) {
+    for (const char *seconds : {"0", "0.05", "86401", "soon", "-"}) {
         const auto result = pmctl({"show", "interface", "--watch", seconds});
         EXPECT_EQ(result.status, 2);
         EXPECT_THAT(result.output, IsEmpty());

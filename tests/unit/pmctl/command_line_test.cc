@@ -64,6 +64,18 @@ TEST(command_line, takes_words_as_they_are_after_a_separator) {
     EXPECT_FALSE(call.given.has("--json"));
 }
 
+TEST(command_line, takes_words_before_and_after_a_separator) {
+    EXPECT_THAT(parse({"show", "interface", "fc1/1", "--", "fc1/2", "-h"}).given.words("NAME"),
+                ElementsAre("fc1/1", "fc1/2", "-h"));
+    EXPECT_EQ(parse({"show", "interface", "--"}).what->words, "show interface");
+}
+
+TEST(command_line, takes_odd_words_as_they_are) {
+    EXPECT_THAT(parse({"show", "interface", "[fc1/1,fc1/2]", "[]", "%%", "{}", ""}).given.words("NAME"),
+                ElementsAre("[fc1/1,fc1/2]", "[]", "%%", "{}", ""));
+    EXPECT_THAT(parse({"show", "interface", "++"}).given.words("NAME"), ElementsAre("++"));
+}
+
 TEST(command_line, takes_a_dash_and_a_negative_number_for_words) {
     EXPECT_THAT(parse({"show", "interface", "-", "-4"}).given.words("NAME"), ElementsAre("-", "-4"));
 }
@@ -79,25 +91,35 @@ TEST_P(bad_lines, are_refused_in_words) { EXPECT_EQ(refusal_of(GetParam().words)
 
 INSTANTIATE_TEST_SUITE_P(
     all, bad_lines,
-    testing::Values(bad_line{{}, "the command is not complete: see pmctl --help"},
-                    bad_line{{"show"}, "the command is not complete: see pmctl show --help"},
-                    bad_line{{"show", "--json"}, "the command is not complete: see pmctl show --help"},
-                    bad_line{{"shw"}, "not a known word here: shw; did you mean show?"},
-                    bad_line{{"xyzzy"}, "not a known word here: xyzzy; see pmctl --help"},
-                    bad_line{{""}, "not a known word here: ; see pmctl --help"},
-                    bad_line{{"show", "interfaces"}, "not a known word here: interfaces; did you mean interface?"},
-                    bad_line{{"show", "xyzzy"}, "not a known word here: xyzzy; see pmctl show --help"},
-                    bad_line{{"show", "interface", "--jsn"}, "not a known word here: --jsn; did you mean --json?"},
-                    bad_line{{"show", "interface", "--xyzzy"},
-                             "not a known word here: --xyzzy; see pmctl show interface --help"},
-                    bad_line{{"show", "interface", "-j"}, "not a known word here: -j; see pmctl show interface --help"},
-                    bad_line{{"show", "interface", "--json=1"}, "--json takes no value: --json=1"},
-                    bad_line{{"show", "interface", "--color"}, "--color needs WHEN"},
-                    bad_line{{"show", "interface", "--color="}, "--color needs WHEN"},
-                    bad_line{{"--color", "auto", "--color=auto", "show"}, "--color is given twice"},
-                    bad_line{{"show", "interface", "brief", "--all"}, "show interface brief does not take: --all"},
-                    bad_line{{"show", "interface", "brief", "fc1/1"}, "show interface brief does not take: fc1/1"},
-                    bad_line{{"show", "interface", "fc1/1", "brief"}, "show interface brief does not take: fc1/1"}));
+    testing::Values(
+        bad_line{{}, "the command is not complete: see pmctl --help"},
+        bad_line{{"show"}, "the command is not complete: see pmctl show --help"},
+        bad_line{{"show", "--json"}, "the command is not complete: see pmctl show --help"},
+        bad_line{{"shw"}, "not a known word here: shw; did you mean show?"},
+        bad_line{{"xyzzy"}, "not a known word here: xyzzy; see pmctl --help"},
+        bad_line{{""}, "not a known word here: \"\"; see pmctl --help"},
+        bad_line{{"show", "interfaces"}, "not a known word here: interfaces; did you mean interface?"},
+        bad_line{{"show", "xyzzy"}, "not a known word here: xyzzy; see pmctl show --help"},
+        bad_line{{"show", "interface", "--jsn"}, "not a known word here: --jsn; did you mean --json?"},
+        bad_line{{"show", "interface", "--xyzzy"}, "not a known word here: --xyzzy; see pmctl show interface --help"},
+        bad_line{{"show", "interface", "-j"}, "not a known word here: -j; see pmctl show interface --help"},
+        bad_line{{"show", "interface", "--json=1"}, "--json takes no value: --json=1"},
+        bad_line{{"show", "interface", "--json="}, "--json takes no value: --json="},
+        bad_line{{"show", "interface", "--json=true"}, "--json takes no value: --json=true"},
+        bad_line{{"--help=true"}, "--help takes no value: --help=true"},
+        bad_line{{"show", "interface", "-hx"}, "not a known word here: -hx; see pmctl show interface --help"},
+        bad_line{{"shwo", "--help"}, "not a known word here: shwo; did you mean show?"},
+        bad_line{{"--version", "xyzzy"}, "not a known word here: xyzzy; see pmctl --help"},
+        bad_line{{"show", "--", "interface"}, "not a known word here: interface; see pmctl show --help"},
+        bad_line{{"show", "interface", "brief", "--", "++"}, "show interface brief does not take: ++"},
+        bad_line{{"show", "interface", "++", "brief"}, "show interface brief does not take: ++"},
+        bad_line{{"show", "interface", "brief", ""}, "show interface brief does not take: \"\""},
+        bad_line{{"show", "interface", "--color"}, "--color needs WHEN"},
+        bad_line{{"show", "interface", "--color="}, "--color needs WHEN"},
+        bad_line{{"--color", "auto", "--color=auto", "show"}, "--color is given twice"},
+        bad_line{{"show", "interface", "brief", "--all"}, "show interface brief does not take: --all"},
+        bad_line{{"show", "interface", "brief", "fc1/1"}, "show interface brief does not take: fc1/1"},
+        bad_line{{"show", "interface", "fc1/1", "brief"}, "show interface brief does not take: fc1/1"}));
 
 TEST(command_line, answers_for_version) {
     const auto version = parse({"--version"});

@@ -24,19 +24,17 @@ std::string output_of(std::vector<const char *> words) {
 TEST(help_text, has_a_form) {
     constexpr const char *choices[] = {"slow", "fast"};
     const pmctl::argument taken[] = {
-        {"NAME", pmctl::argument_kind::word, "What it is called"},
         {"MORE", pmctl::argument_kind::words,
          "Words of which there may be so many that what they are for does not fit on one line of the help"},
         {"--speed", pmctl::argument_kind::option, "How fast it is", pmctl::argument_content::choice, choices, "SPEED"},
         {"--json", pmctl::argument_kind::flag, "Print JSON"}};
     const pmctl::command paint{"paint", "Paint something", taken, "  pmctl paint x\n",
                                [](const pmctl::arguments &) { return pmctl::command_result{}; }};
-    EXPECT_THAT(pmctl::help_text(&paint), StartsWith(R"(Usage: pmctl paint NAME [MORE...] [--speed SPEED] [--json]
+    EXPECT_THAT(pmctl::help_text(&paint), StartsWith(R"(Usage: pmctl paint [MORE...] [--speed SPEED] [--json]
 
 Paint something
 
 Arguments:
-  NAME     What it is called
   MORE...  Words of which there may be so many that what they are for does not
            fit on one line of the help
 
@@ -84,6 +82,12 @@ TEST(help_text, is_what_every_way_of_asking_gives) {
     EXPECT_EQ(output_of({"show", "--help"}), pmctl::help_text(pmctl::find_command("show")));
     EXPECT_EQ(output_of({"--help"}), pmctl::help_text(nullptr));
     EXPECT_EQ(output_of({"help"}), pmctl::help_text(nullptr));
+}
+
+TEST(help_text, is_of_commands_only) {
+    EXPECT_EQ(output_of({"help", "shwo"}), "");
+    EXPECT_EQ(output_of({"help", "show", "interface", "fc1/1"}), "");
+    EXPECT_EQ(output_of({"help", "--", "--json", "show", "interface"}), "");
 }
 
 }  // namespace

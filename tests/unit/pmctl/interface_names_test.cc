@@ -54,19 +54,30 @@ TEST_P(bad_names, are_refused_by_name) {
         parse_interface_ranges(GetParam());
         FAIL() << "taken: " << GetParam();
     } catch (const pmctl::usage_error &error) {
-        EXPECT_EQ(std::string(error.what()), std::string("not an interface name: ") + GetParam());
+        EXPECT_EQ(std::string(error.what()), std::string("not an interface name: ") + pmctl::shown_word(GetParam()));
     }
 }
 
 INSTANTIATE_TEST_SUITE_P(all, bad_names,
-                         testing::Values("", " ", "-", "1", "1/1", "f1/1", "fcx1", "fc", "fc1", "fc0/1", "fc1/0",
-                                         "fc1/", "fc/1", "fc1/1/1", "fc1/1.2", "fc33/1", "fc1/129", "fc1/1-", "fc1/-4",
+                         testing::Values("", "-", "1", "1/1", "f1/1", "fcx1", "fc", "fc1", "fc0/1", "fc1/0", "fc1/",
+                                         "fc/1", "fc1/1/1", "fc1/1.2", "fc33/1", "fc1/129", "fc1/1-", "fc1/-4",
                                          "fc1/1-129", "fc1/1-0", "fc1/1-2-3", "fc1/1-x", "fc1/1-fc1/4x",
-                                         "fc1/1-fc1/4-5", "fc1/1-FC", "fc1/1 - 4", " fc1/1", "fc1/1 ",
-                                         "fc1/1-4294967297", "fc99999999999/1", "Ethernet2/7.0", "Ethernet2/7.4096",
-                                         "Ethernet2/7.1-4096", "Ethernet2/7.1-x", "port-channel", "port-channel-4",
-                                         "port-channel1024", "port-channel1-", "fcip70000", "fcip1-70000", "mgmt",
-                                         "mgmt-1", "loopback", "if11", "if11-", "--all1"));
+                                         "fc1/1-fc1/4-5", "fc1/1-FC", "fc1/1 - 4", "fc 1/1", "fc1/1-4294967297",
+                                         "fc99999999999/1", "Ethernet2/7.0", "Ethernet2/7.4096", "Ethernet2/7.1-4096",
+                                         "Ethernet2/7.1-x", "port-channel", "port-channel-4", "port-channel1024",
+                                         "port-channel1-", "fcip70000", "fcip1-70000", "mgmt", "mgmt-1", "loopback",
+                                         "if11", "if11-", "--all1"));
+
+TEST(interface_lists, may_have_blanks_beside_their_commas) {
+    const auto ranges = parse_interface_ranges(" fc2/3 ,  mgmt0");
+    ASSERT_EQ(ranges.size(), 2u);
+    EXPECT_EQ(ranges[0].text(), "fc2/3");
+    EXPECT_EQ(ranges[1].text(), "mgmt0");
+}
+
+TEST(interface_lists, of_many_dashes_are_refused_at_once) {
+    EXPECT_THROW(parse_interface_ranges("fc1/1" + std::string(1'000'000, '-')), pmctl::unknown_name);
+}
 
 TEST(interface_lists, come_in_the_order_typed) {
     const auto ranges = parse_interface_ranges("fc2/3,fc1/1-12,mgmt0");
@@ -95,9 +106,9 @@ TEST_P(bad_lists, name_the_part_that_is_wrong) {
 
 INSTANTIATE_TEST_SUITE_P(all, bad_lists,
                          testing::Values(bad_list{"fc1/1,fcx1", "not an interface name: fcx1"},
-                                         bad_list{"fc1/1,", "not an interface name: "},
-                                         bad_list{",fc1/1", "not an interface name: "},
-                                         bad_list{"fc1/1,,fc1/2", "not an interface name: "},
+                                         bad_list{"fc1/1,", "not an interface name: \"\""},
+                                         bad_list{",fc1/1", "not an interface name: \"\""},
+                                         bad_list{"fc1/1,,fc1/2", "not an interface name: \"\""},
                                          bad_list{"fc1/12-1", "the range runs backwards: fc1/12-1"},
                                          bad_list{"fc2/1,po4-1", "the range runs backwards: po4-1"},
                                          bad_list{"eth1/1.9-8", "the range runs backwards: eth1/1.9-8"}));

@@ -47,33 +47,22 @@ std::vector<std::string> with_other_kinds(const std::string &name) {
 
 // A sub-command may have been meant, or an interface of another kind.
 std::string meant_instead(const std::string &name, const command &of) {
-    std::vector<std::string> words;
-    for (const command *each : commands_below(of.words)) words.emplace_back(last_word(*each));
-    std::vector<std::string> meant = nearest(name, words);
+    std::vector<std::string> meant = nearest(name, words_below(of.words));
     for (const std::string &other : with_other_kinds(name)) meant.push_back(other);
     return meant.empty() ? fmt::format("; see pmctl {} --help", of.words)
                          : fmt::format("; did you mean {}?", alternatives(meant));
 }
 
-void check_range(const std::string &range, const command &of) try {
-    parse_interface_ranges(range);
+void check_interfaces(const std::string &list, const command &of) try {
+    parse_interface_ranges(list);
 } catch (const unknown_name &error) {
-    throw usage_error(error.what() + meant_instead(range, of));
-}
-
-// A list of ranges, with commas between.
-void check_interfaces(const std::string &list, const command &of) {
-    for (size_t begin = 0; begin <= list.size();) {
-        const size_t comma = std::min(list.find(',', begin), list.size());
-        check_range(list.substr(begin, comma - begin), of);
-        begin = comma + 1;
-    }
+    throw usage_error(error.what() + meant_instead(error.name(), of));
 }
 
 void check_choice(const argument &taken, const std::string &word) {
     const std::vector<std::string> choices(taken.choices.begin(), taken.choices.end());
     if (std::find(choices.begin(), choices.end(), word) != choices.end()) return;
-    throw usage_error(fmt::format("not a value of {}: {}{}", taken.name, word,
+    throw usage_error(fmt::format("not a value of {}: {}{}", taken.name, shown_word(word),
                                   did_you_mean(word, choices, fmt::format("; it takes {}", alternatives(choices)))));
 }
 
@@ -85,14 +74,9 @@ void check_word(const argument &taken, const std::string &word, const command &o
 
 }  // namespace
 
-void check_places(const command &of, const arguments &given) {
+void check_options(const command &of, const arguments &given) {
     for (const auto &[name, words] : given.all())
-        if (!takes(of, name))
-            throw usage_error(fmt::format("{} does not take: {}", of.words,
-                                          words.empty() || name.starts_with('-') ? name : words.front()));
-    for (const argument &each : of.takes)
-        if (each.kind == argument_kind::word && !given.has(each.name))
-            throw usage_error(fmt::format("{} needs {}: see pmctl {} --help", of.words, each.name, of.words));
+        if (!takes(of, name)) throw usage_error(fmt::format("{} does not take: {}", of.words, name));
 }
 
 void check_words(const command &of, const arguments &given) {
@@ -107,7 +91,8 @@ double parse_seconds(const std::string &text) {
     const char *end = text.data() + text.size();
     const auto [rest, error] = std::from_chars(text.data(), end, seconds, std::chars_format::fixed);
     if (error == std::errc{} && rest == end && seconds >= shortest_wait && seconds <= longest_wait) return seconds;
-    throw usage_error(fmt::format("not a number of seconds from {} to {}: {}", shortest_wait, longest_wait, text));
+    throw usage_error(
+        fmt::format("not a number of seconds from {} to {}: {}", shortest_wait, longest_wait, shown_word(text)));
 }
 
 }  // namespace pmctl

@@ -6,8 +6,8 @@
 
 namespace pmctl {
 
-// Throws usage_error when something was given that the command does not take, or something that it needs was not.
-void check_places(const command &of, const arguments &given);
+// Throws usage_error when an option was given that the command does not take.
+void check_options(const command &of, const arguments &given);
 
 // Throws usage_error, with a suggestion where one is near, for the first word that is not what its argument takes.
 void check_words(const command &of, const arguments &given);

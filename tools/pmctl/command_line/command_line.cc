@@ -3,6 +3,8 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
+
 #include "command_line/argument_check.h"
 #include "command_line/help_text.h"
 #include "command_line/word_reader.h"
@@ -11,19 +13,19 @@
 namespace pmctl {
 
 invocation parse_command_line(int argc, const char *const *argv) {
-    const std::vector<std::string> typed(argv + 1, argv + argc);
+    const std::vector<std::string> typed(argv + std::min(argc, 1), argv + argc);
     const std::string line = fmt::format("pmctl {}", fmt::join(typed, " "));
     const words_read read = read_words(typed);
     const arguments &given = read.given;
     const command *named = read.reached;
+    refuse_unknown(read);
     if (given.has("--help")) return {nullptr, given, help_text(named), line};
     if (given.has("--version")) return {nullptr, given, fmt::format("pmctl {}\n", PMCTL_VERSION), line};
-    refuse_unknown(read);
     if (const argument *option = read.option_in_wait)
         throw usage_error(fmt::format("{} needs {}", option->name, option->value));
     if (named == nullptr || named->run == nullptr)
         throw usage_error(fmt::format("the command is not complete: see {}", help_hint(read)));
-    check_places(*named, given);
+    check_options(*named, given);
     return {named, given, {}, line};
 }
 

@@ -19,8 +19,8 @@ bool may_become(const std::string &beginning, const std::string &word) {
 }
 
 void add_commands(candidates &found, const std::string &below) {
-    for (const command *each : commands_below(below))
-        if (!is_hidden(*each)) found.emplace_back(last_word(*each));
+    const candidates words = words_below(below);
+    found.insert(found.end(), words.begin(), words.end());
 }
 
 // Those after words that lead to a command.
@@ -80,7 +80,7 @@ candidates after(const words_read &read, const std::string &typed, const name_so
     if (!read.after_separator && typed.starts_with('-'))
         return typed.find('=') == std::string::npos ? options(read) : option_values(read, typed, interface_names);
     if (!read.after_separator) add_commands(found, read.words);
-    if (const argument *place = next_in_place(read)) add_values(found, *place, read.given, typed, interface_names);
+    if (const argument *place = place_of(read.reached)) add_values(found, *place, read.given, typed, interface_names);
     return found;
 }
 

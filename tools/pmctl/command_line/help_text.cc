@@ -51,8 +51,6 @@ std::string signature(const argument &taken) {
             return taken.name;
         case argument_kind::option:
             return fmt::format("{} {}", taken.name, taken.value);
-        case argument_kind::word:
-            return taken.name;
         default:
             return fmt::format("{}...", taken.name);
     }
@@ -62,9 +60,7 @@ std::string usage_line(const command *of) {
     if (of == nullptr) return "Usage: pmctl COMMAND...\n";
     if (of->run == nullptr) return fmt::format("Usage: pmctl {} COMMAND...\n", of->words);
     std::string line = fmt::format("Usage: pmctl {}", of->words);
-    for (const argument &taken : of->takes)
-        line +=
-            taken.kind == argument_kind::word ? fmt::format(" {}", taken.name) : fmt::format(" [{}]", signature(taken));
+    for (const argument &taken : of->takes) line += fmt::format(" [{}]", signature(taken));
     return line + "\n";
 }
 

@@ -59,7 +59,8 @@ std::vector<std::string> nearest(std::string_view word, const std::vector<std::s
     for (const std::string &candidate : candidates) best = std::min(best, distance_to(word, candidate));
     std::vector<std::string> near;
     for (const std::string &candidate : candidates)
-        if (distance_to(word, candidate) <= best && near.size() < most_suggestions) near.push_back(candidate);
+        if (candidate != word && distance_to(word, candidate) <= best && near.size() < most_suggestions)
+            near.push_back(candidate);
     return near;
 }
 

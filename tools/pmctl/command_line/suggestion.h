@@ -13,7 +13,7 @@ namespace pmctl {
 // other; letters of either case are the same.
 size_t edit_distance(std::string_view from, std::string_view to);
 
-// The candidates that are nearest to the word, if they are near; those that it abbreviates are.
+// The candidates that are nearest to the word, if they are near; those that it abbreviates are. Never the word itself.
 std::vector<std::string> nearest(std::string_view word, const std::vector<std::string> &candidates);
 
 // "a", "a or b", "a, b or c".

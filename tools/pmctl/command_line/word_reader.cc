@@ -16,14 +16,19 @@ namespace pmctl {
 namespace {
 
 constexpr const char *separator = "--";
-constexpr auto take_all = CLI::MultiOptionPolicy::TakeAll;
-constexpr const char *plain_flag = "true";  // what the parser stores for a flag without a value
+constexpr const char *subcommand_terminator = "++";  // of the parser, and no word of ours
 
 // "--color" in "--color=auto".
 std::string name_in(const std::string &word) { return word.substr(0, word.find('=')); }
 
+// "-" and negative numbers are no options.
+bool is_option_word(const std::string &word) {
+    return word.size() > 1 && word[0] == '-' && (word[1] < '0' || word[1] > '9');
+}
+
 // The parser, built from the command table: a node a command. Options hang on the root, so that they may stand
-// anywhere; which of them a command takes is checked later, as are all words.
+// anywhere; which of them a command takes is checked later. What is neither option nor command is left over: it fills
+// places, or is unknown.
 class command_tree {
   public:
     command_tree() {
@@ -34,18 +39,22 @@ class command_tree {
     }
 
     words_read read(const std::vector<std::string> &typed) {
-        const argument *option_in_wait = nullptr;
-        try {
-            app_.parse(std::vector<std::string>(typed.rbegin(), typed.rend()));
-        } catch (const CLI::ArgumentMismatch &) {
-            option_in_wait = option_named(name_in(typed.back()));
-        }
-        const std::string words = reached_words();
-        return {words, find_command(words), given(), option_in_wait, is_separated(typed), unknown()};
+        const auto end = std::find(typed.begin(), typed.end(), separator);
+        std::vector<std::string> words(typed.begin(), end);
+        std::replace(words.begin(), words.end(), std::string("-h"), std::string("--help"));
+        const auto terminators = std::erase(words, subcommand_terminator);
+        refuse_values_of_flags(words);
+        const argument *option_in_wait = parse(words);
+        const std::string command_words = reached_words();
+        words_read read{command_words, find_command(command_words), given(), option_in_wait, end != typed.end(), {}};
+        for (const std::string &word : app_.remaining(true)) fill_place(read, word, is_option_word(word));
+        for (size_t i = 0; i < terminators; ++i) fill_place(read, subcommand_terminator, false);
+        for (auto word = end; word != typed.end() && ++word != typed.end();) fill_place(read, *word, false);
+        return read;
     }
 
   private:
-    struct known_argument {
+    struct known_option {
         const argument *what;
         const CLI::Option *found;
     };
@@ -60,12 +69,8 @@ class command_tree {
     void add_command(const command &each) {
         CLI::App *node = &app_;
         for (const std::string &word : CLI::detail::split(std::string(each.words), ' ')) node = child_of(node, word);
-        for (const argument &taken : each.takes) {
-            if (is_option(taken))
-                add_option(taken);
-            else
-                add_place(node, taken);
-        }
+        for (const argument &taken : each.takes)
+            if (is_option(taken)) add_option(taken);
     }
 
     static CLI::App *child_of(CLI::App *node, const std::string &word) {
@@ -79,22 +84,33 @@ class command_tree {
     // Commands share options of one name.
     void add_option(const argument &taken) {
         if (option_named(taken.name) != nullptr) return;
-        const std::string names = taken.name == std::string_view("--help") ? "-h,--help" : taken.name;
-        CLI::Option *option = taken.kind == argument_kind::flag ? app_.add_flag(names) : app_.add_option(names);
-        option->multi_option_policy(take_all);
+        CLI::Option *option =
+            taken.kind == argument_kind::flag ? app_.add_flag(taken.name) : app_.add_option(taken.name);
+        option->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
         known_.push_back({&taken, option});
     }
 
-    void add_place(CLI::App *node, const argument &taken) {
-        CLI::Option *place = node->add_option(taken.name);
-        place->expected(taken.kind == argument_kind::words ? -1 : 1)->multi_option_policy(take_all);
-        known_.push_back({&taken, place});
+    const argument *option_named(std::string_view name) const {
+        for (const known_option &each : known_)
+            if (each.what->name == name) return each.what;
+        return nullptr;
     }
 
-    const argument *option_named(std::string_view name) const {
-        for (const known_argument &each : known_)
-            if (is_option(*each.what) && each.what->name == name) return each.what;
+    void refuse_values_of_flags(const std::vector<std::string> &words) const {
+        for (const std::string &word : words) {
+            const std::string name = name_in(word);
+            const argument *option = option_named(name);
+            if (name != word && option != nullptr && option->kind == argument_kind::flag)
+                throw usage_error(fmt::format("{} takes no value: {}", name, word));
+        }
+    }
+
+    // Returns the option whose word is still to come, or null.
+    const argument *parse(const std::vector<std::string> &words) try {
+        app_.parse(std::vector<std::string>(words.rbegin(), words.rend()));
         return nullptr;
+    } catch (const CLI::ArgumentMismatch &) {
+        return option_named(name_in(words.back()));
     }
 
     std::string reached_words() const {
@@ -111,33 +127,25 @@ class command_tree {
         for (const auto &[what, found] : known_) {
             if (found->count() == 0) continue;
             if (what->kind == argument_kind::flag)
-                all.set(flag_of(*what, *found));
-            else if (what->kind == argument_kind::option && found->count() > 1)
+                all.set(what->name);
+            else if (found->count() > 1)
                 throw usage_error(fmt::format("{} is given twice", what->name));
             else
-                for (const std::string &word : found->results()) all.add(what->name, word);
+                all.add(what->name, found->results().front());
         }
         return all;
     }
 
-    static const char *flag_of(const argument &what, const CLI::Option &found) {
-        for (const std::string &value : found.results())
-            if (value != plain_flag) throw usage_error(fmt::format("{0} takes no value: {0}={1}", what.name, value));
-        return what.name;
-    }
-
-    static bool is_separated(const std::vector<std::string> &typed) {
-        return std::find(typed.begin(), typed.end(), separator) != typed.end();
-    }
-
-    std::vector<std::string> unknown() const {
-        std::vector<std::string> words = app_.remaining(true);
-        words.erase(std::remove(words.begin(), words.end(), separator), words.end());
-        return words;
+    static void fill_place(words_read &read, const std::string &word, bool is_unknown) {
+        const argument *place = place_of(read.reached);
+        if (place == nullptr || is_unknown)
+            read.unknown.push_back(word);
+        else
+            read.given.add(place->name, word);
     }
 
     CLI::App app_{"", "pmctl"};
-    std::vector<known_argument> known_;
+    std::vector<known_option> known_;
 };
 
 std::vector<std::string> known_options(const command *of) {
@@ -146,22 +154,14 @@ std::vector<std::string> known_options(const command *of) {
     return names;
 }
 
-std::vector<std::string> known_words(std::string_view head) {
-    std::vector<std::string> words;
-    for (const command *each : commands_below(head))
-        if (!is_hidden(*each)) words.emplace_back(last_word(*each));
-    return words;
-}
-
 }  // namespace
 
 words_read read_words(const std::vector<std::string> &typed) { return command_tree().read(typed); }
 
-const argument *next_in_place(const words_read &read) {
-    if (read.reached == nullptr) return nullptr;
-    for (const argument &each : read.reached->takes)
-        if (each.kind == argument_kind::words || (each.kind == argument_kind::word && !read.given.has(each.name)))
-            return &each;
+const argument *place_of(const command *of) {
+    if (of == nullptr) return nullptr;
+    for (const argument &each : of->takes)
+        if (!is_option(each)) return &each;
     return nullptr;
 }
 
@@ -172,11 +172,11 @@ std::string help_hint(const words_read &read) {
 void refuse_unknown(const words_read &read) {
     if (read.unknown.empty()) return;
     const std::string &word = read.unknown.front();
-    const bool is_option_word = word.starts_with('-') && word.size() > 1;
-    const auto known = is_option_word ? known_options(read.reached) : known_words(read.words);
-    if (known.empty()) throw usage_error(fmt::format("{} does not take: {}", read.words, word));
-    const std::string name = is_option_word ? name_in(word) : word;
-    throw usage_error(fmt::format("not a known word here: {}{}", name,
+    const bool is_option = is_option_word(word);
+    const auto known = is_option ? known_options(read.reached) : words_below(read.words);
+    if (known.empty()) throw usage_error(fmt::format("{} does not take: {}", read.words, shown_word(word)));
+    const std::string name = is_option ? name_in(word) : word;
+    throw usage_error(fmt::format("not a known word here: {}{}", shown_word(name),
                                   did_you_mean(name, known, fmt::format("; see {}", help_hint(read)))));
 }
 

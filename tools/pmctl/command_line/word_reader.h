@@ -22,8 +22,8 @@ struct words_read {
 // Throws usage_error.
 words_read read_words(const std::vector<std::string> &typed);
 
-// The argument that the next word in place fills, or null when there is none.
-const argument *next_in_place(const words_read &read);
+// The argument that words in place fill, or null when there is none; null for null.
+const argument *place_of(const command *of);
 
 // How help for what was reached is asked for: "pmctl show --help".
 std::string help_hint(const words_read &read);

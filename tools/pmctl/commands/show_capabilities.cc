@@ -15,9 +15,7 @@ namespace {
 // A predicate of the library's about interfaces of a type.
 template <int32_t (*Is_supported)(uint8_t)>
 int32_t of_type(if_index_t index) {
-    uint8_t type = IF_TYPE_NONE;
-    if_index_get_type(index, &type);
-    return Is_supported(type);
+    return Is_supported(interface_type(index));
 }
 
 struct capability {

@@ -23,17 +23,11 @@ namespace {
 
 constexpr uint8_t ethernet_layer = 2;
 
-uint8_t type_of(const pm_port_info_t &port) {
-    uint8_t type = IF_TYPE_NONE;
-    if_index_get_type(port.if_index, &type);
-    return type;
-}
-
 bool is_sub_interface(const pm_port_info_t &port) {
     return if_index_get_mainintf_from_subintf(port.if_index) != port.if_index;
 }
 
-bool is_loopback(const pm_port_info_t &port) { return type_of(port) == IF_TYPE_LOOPBACK; }
+bool is_loopback(const pm_port_info_t &port) { return interface_type(port.if_index) == IF_TYPE_LOOPBACK; }
 
 // Which ports have a setting
 
@@ -43,7 +37,8 @@ bool is_port(const pm_port_info_t &port) { return !is_sub_interface(port) && !is
 
 template <int32_t (*Is_supported)(uint8_t)>
 bool supports(const pm_port_info_t &port) {
-    return is_port(port) && (Is_supported(type_of(port)) != 0 || type_of(port) == IF_TYPE_ETHERNET);
+    return is_port(port) &&
+           (Is_supported(interface_type(port.if_index)) != 0 || interface_type(port.if_index) == IF_TYPE_ETHERNET);
 }
 
 bool has_beacon(const pm_port_info_t &port) { return is_port(port) && pm_is_beacon_mode_supported(port.if_index) != 0; }

@@ -13,6 +13,7 @@ namespace {
 
 constexpr std::string_view digits = "0123456789";
 constexpr size_t name_room = 256;  // what sprintf_if_index may use
+constexpr size_t longest_range = 2 * name_room;
 
 std::optional<if_index_t> index_of(const std::string &name) {
     if_index_t index;
@@ -28,6 +29,7 @@ std::optional<if_index_t> other_end(const std::string &first_name, const std::st
 
 // Names may hold a '-' of their own: a text that is a name as a whole is no range, and any '-' may part the ends.
 interface_range parse_range(const std::string &text) {
+    if (text.size() > longest_range) throw unknown_name(text);
     if (const auto index = index_of(text)) return {text, *index, *index};
     for (size_t dash = text.find('-'); dash != std::string::npos; dash = text.find('-', dash + 1)) {
         const std::string first_name = text.substr(0, dash);
@@ -35,17 +37,24 @@ interface_range parse_range(const std::string &text) {
         const auto last = other_end(first_name, text.substr(dash + 1));
         if (first && last) return {text, *first, *last};
     }
-    throw unknown_name(fmt::format("not an interface name: {}", text));
+    throw unknown_name(text);
+}
+
+// Without those that may stand beside a comma.
+std::string without_blanks(const std::string &text) {
+    const size_t begin = std::min(text.find_first_not_of(' '), text.size());
+    return text.substr(begin, text.find_last_not_of(' ') + 1 - begin);
 }
 
 }  // namespace
 
 std::vector<interface_range> parse_interface_ranges(const std::string &text) {
     std::vector<interface_range> ranges;
-    size_t begin = 0;
-    for (size_t comma; (comma = text.find(',', begin)) != std::string::npos; begin = comma + 1)
-        ranges.push_back(parse_range(text.substr(begin, comma - begin)));
-    ranges.push_back(parse_range(text.substr(begin)));
+    for (size_t begin = 0; begin <= text.size();) {
+        const size_t comma = std::min(text.find(',', begin), text.size());
+        ranges.push_back(parse_range(without_blanks(text.substr(begin, comma - begin))));
+        begin = comma + 1;
+    }
     return ranges;
 }
 
@@ -53,6 +62,12 @@ std::string interface_name(if_index_t index) {
     char text[name_room];
     sprintf_if_index(text, index);
     return text;
+}
+
+uint8_t interface_type(if_index_t index) {
+    uint8_t type = IF_TYPE_NONE;
+    if_index_get_type(index, &type);
+    return type;
 }
 
 std::string name_stem(const std::string &name) { return name.substr(0, name.find_last_not_of(digits) + 1); }

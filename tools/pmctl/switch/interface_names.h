@@ -15,6 +15,9 @@ std::vector<interface_range> parse_interface_ranges(const std::string &text);
 
 std::string interface_name(if_index_t index);
 
+// IF_TYPE_NONE when it cannot be told.
+uint8_t interface_type(if_index_t index);
+
 // The name without the number at its end: "fc1/" of "fc1/12".
 std::string name_stem(const std::string &name);
 

@@ -3,6 +3,8 @@
 
 #include <fmt/core.h>
 
+#include <optional>
+
 #include "failure.h"
 #include "platform_dev/if_index_dev.h"
 #include "port_mgr/if_index_range.h"
@@ -11,42 +13,34 @@
 namespace pmctl {
 namespace {
 
-uint8_t type_of(if_index_t index) {
-    uint8_t type = IF_TYPE_NONE;
-    if_index_get_type(index, &type);
-    return type;
-}
-
 uint8_t slot_of(if_index_t index) {
     uint8_t slot = 0;
     if_index_get_slot(index, &slot);
     return slot;
 }
 
-bool is_countable(if_index_t index) {
-    uint32_t count;
-    return pm_get_num_ports_in_if_index_range(index, index, &count) == 0;
+// How far an index lies behind its like on the first slot. Which slots there are is the switch's to say, so ranges are
+// counted and stepped through as if they were on the first one, which every chassis has.
+uint32_t slot_distance(if_index_t index) {
+    if_index_t slot_begin = 0;
+    if_index_t first_begin = 0;
+    if_index_slot_port_init(&slot_begin, interface_type(index), slot_of(index), 0);
+    if_index_slot_port_init(&first_begin, interface_type(index), 0, 0);
+    return slot_begin - first_begin;
 }
 
 // Loopbacks, which the library does not count, and the sub-interfaces that it does not tell from their main interface.
 bool is_numbered_here(if_index_t index) {
-    return type_of(index) == IF_TYPE_LOOPBACK ||
-           (type_of(index) != IF_TYPE_ETHERNET && if_index_get_mainintf_from_subintf(index) != index);
+    return interface_type(index) == IF_TYPE_LOOPBACK ||
+           (interface_type(index) != IF_TYPE_ETHERNET && if_index_get_mainintf_from_subintf(index) != index);
 }
 
-bool are_of_two_types(if_index_t first, if_index_t last) { return type_of(first) != type_of(last); }
+bool are_of_two_types(if_index_t first, if_index_t last) { return interface_type(first) != interface_type(last); }
 bool are_on_two_slots(if_index_t first, if_index_t last) { return slot_of(first) != slot_of(last); }
 bool run_backwards(if_index_t first, if_index_t last) { return first > last; }
 
 bool differ_elsewhere(if_index_t first, if_index_t last) {
     return name_stem(interface_name(first)) != name_stem(interface_name(last));
-}
-
-// Were they on the first slot, they would count.
-bool lack_their_slot(if_index_t first, if_index_t) {
-    if_index_t on_first_slot;
-    return if_index_slot_port_init(&on_first_slot, type_of(first), 0, 0) == 0 && is_countable(on_first_slot) &&
-           !is_countable(first);
 }
 
 // As many as there can be tunnels, of which no kind has more but the loopbacks.
@@ -63,7 +57,6 @@ constexpr refusal refusals[] = {
     {are_on_two_slots, "the ends of the range lie on two slots"},
     {run_backwards, "the range runs backwards"},
     {differ_elsewhere, "the ends of the range differ in more than their last number"},
-    {lack_their_slot, "the chassis does not have the slot of the range"},
     {are_too_many, "the range is longer than 65536 interfaces"},
     {[](if_index_t, if_index_t) { return true; }, "interfaces of this kind have no ranges"},
 };
@@ -80,20 +73,24 @@ uint32_t count_of(if_index_t first, if_index_t last) {
     if (run_backwards(first, last)) return 0;
     if (is_numbered_here(first) && !differ_elsewhere(first, last))
         return are_too_many(first, last) ? 0 : last - first + 1;
+    const uint32_t distance = slot_distance(first);
     uint32_t count;
-    const uint32_t status = pm_get_num_ports_in_if_index_range(first, last, &count);
+    const uint32_t status = pm_get_num_ports_in_if_index_range(first - distance, last - distance, &count);
     return status == 0 && count > 1 ? count : 0;
 }
 
-bool leads_to(if_index_t first, if_index_t last, uint32_t offset, if_index_t expected) {
+// Where the library's step leads, or nothing.
+std::optional<if_index_t> step(if_index_t first, if_index_t last, uint32_t offset) {
+    const uint32_t distance = slot_distance(first);
     if_index_t member;
-    return pm_get_if_index_in_range(first, last, &member, offset) == 0 && member == expected;
+    if (pm_get_if_index_in_range(first - distance, last - distance, &member, offset) != 0) return std::nullopt;
+    return member + distance;
 }
 
 // The library counts sub-interfaces but steps past them, port by port; of some kinds its steps are ports of another
 // kind. There the members lie evenly between the ends, which differ in one number only.
 uint32_t spacing_of(if_index_t first, if_index_t last, uint32_t count) {
-    if (leads_to(first, last, 0, first) && leads_to(first, last, count - 1, last)) return 0;
+    if (step(first, last, 0) == first && step(first, last, count - 1) == last) return 0;
     return (last - first) / (count - 1);
 }
 
@@ -108,9 +105,7 @@ interface_range::interface_range(std::string text, if_index_t first, if_index_t 
 
 if_index_t interface_range::member(uint32_t offset) const {
     if (spacing_ != 0) return first_ + offset * spacing_;
-    if_index_t member = first_;
-    pm_get_if_index_in_range(first_, last_, &member, offset);
-    return member;
+    return step(first_, last_, offset).value_or(first_);
 }
 
 }  // namespace pmctl
