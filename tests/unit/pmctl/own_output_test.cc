@@ -4,11 +4,13 @@
 
 #include <fcntl.h>
 #include <gtest/gtest.h>
+#include <poll.h>
 #include <unistd.h>
 
 #include <csignal>
 #include <cstdio>
 #include <string>
+#include <thread>
 
 namespace {
 
@@ -17,7 +19,7 @@ constexpr int as_expected = 7;
 void redirect_output_to(int descriptor) { dup2(descriptor, STDOUT_FILENO); }
 
 std::string drain(int descriptor) {
-    char bytes[256];
+    char bytes[4096];
     const ssize_t length = read(descriptor, bytes, sizeof bytes);
     return {bytes, length < 0 ? 0 : static_cast<size_t>(length)};
 }
@@ -71,6 +73,38 @@ TEST(own_output_test, says_that_there_is_no_standard_output) {
     EXPECT_EXIT(child(), testing::ExitedWithCode(as_expected), "");
 }
 
+TEST(own_output_test, leaves_no_standard_descriptor_to_others) {
+    const auto child = [] {
+        for (const int standard : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) close(standard);
+        pmctl::own_output output;
+        int ends[2];
+        if (pipe(ends) != 0) _exit(2);
+        _exit(ends[0] > STDERR_FILENO && ends[1] > STDERR_FILENO && output.descriptor() < 0 ? as_expected : 1);
+    };
+    EXPECT_EXIT(child(), testing::ExitedWithCode(as_expected), "");
+}
+
+// More than a pipe holds.
+const std::string long_text(200'000, 'x');
+
+TEST(own_output_test, waits_for_a_reader_of_what_does_not_block) {
+    const auto child = [] {
+        int ends[2];
+        if (pipe2(ends, O_NONBLOCK) != 0) _exit(2);
+        redirect_output_to(ends[1]);
+        std::string seen;
+        std::thread reader([&seen, from = ends[0]] {
+            for (pollfd readable{from, POLLIN, 0}; seen.size() < long_text.size() && poll(&readable, 1, 5000) == 1;)
+                seen += drain(from);
+        });
+        pmctl::own_output output;
+        const std::string failure = output.write(long_text);
+        reader.join();
+        end_if_equal(failure + std::to_string(seen.size()), std::to_string(long_text.size()));
+    };
+    EXPECT_EXIT(child(), testing::ExitedWithCode(as_expected), "");
+}
+
 TEST(own_output_test, is_quiet_about_a_reader_that_has_gone) {
     const auto child = [] {
         signal(SIGPIPE, SIG_IGN);
@@ -84,19 +118,22 @@ TEST(own_output_test, is_quiet_about_a_reader_that_has_gone) {
     EXPECT_EXIT(child(), testing::ExitedWithCode(as_expected), "");
 }
 
+volatile std::sig_atomic_t alarm_rang = 0;
+
 TEST(own_output_test, gives_up_when_a_signal_says_so) {
-    const auto child = [] {
+    const auto child = [](int flags) {
         int ends[2];
-        if (pipe(ends) != 0) _exit(2);
+        if (pipe2(ends, flags) != 0) _exit(2);
         redirect_output_to(ends[1]);
         struct sigaction on_alarm {};
-        on_alarm.sa_handler = [](int) {};
+        on_alarm.sa_handler = [](int) { alarm_rang = 1; };
         sigaction(SIGALRM, &on_alarm, nullptr);
         ualarm(50'000, 0);
         pmctl::own_output output;
-        end_if_equal(output.write(std::string(1'000'000, 'x'), [] { return true; }), "");
+        end_if_equal(output.write(long_text, [] { return alarm_rang != 0; }), "");
     };
-    EXPECT_EXIT(child(), testing::ExitedWithCode(as_expected), "");
+    EXPECT_EXIT(child(0), testing::ExitedWithCode(as_expected), "");
+    EXPECT_EXIT(child(O_NONBLOCK), testing::ExitedWithCode(as_expected), "");
 }
 
 }  // namespace

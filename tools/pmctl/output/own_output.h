@@ -11,7 +11,8 @@ namespace pmctl {
 // the real one for itself and points 1 elsewhere. One a process.
 class own_output {
   public:
-    // From here on what is printed on descriptor 1 is thrown away.
+    // From here on what is printed on descriptor 1 is thrown away, and descriptors 0 and 2 are open. Comes before
+    // anything else opens a descriptor.
     own_output();
     ~own_output();
     own_output(const own_output &) = delete;
