@@ -27,6 +27,8 @@ INSTANTIATE_TEST_SUITE_P(
                            "31m",
                            "?31m"},
                     sample{"\xc2\xa0", "\xc2\xa0"},
+                    sample{"\u200d\u200e\u200f\u2010|\u2027\u2028\u202e\u202f", "\u200d??\u2010|\u2027??\u202f"},
+                    sample{"\u2065\u2066\u2069\u206a|\u061b\u061c\u061d", "\u2065??\u206a|\u061b?\u061d"},
                     sample{"a\xff"
                            "b",
                            "a" BAD "b"},
@@ -42,6 +44,7 @@ TEST(quoted_text, can_be_read_back_byte_by_byte) {
     EXPECT_EQ(pmctl::quoted_text("\x01\n\x7f"), R"("\x01\x0a\x7f")");
     EXPECT_EQ(pmctl::quoted_text("caf\xc3\xa9 \xe2\x82\xac"), "\"caf\xc3\xa9 \xe2\x82\xac\"");
     EXPECT_EQ(pmctl::quoted_text("\xc2\x85"), R"("\xc2\x85")");
+    EXPECT_EQ(pmctl::quoted_text("a\u202e\u2028"), R"("a\xe2\x80\xae\xe2\x80\xa8")");
     EXPECT_EQ(pmctl::quoted_text("a\xff\xe2\x82z"), R"("a\xff\xe2\x82z")");
 }
 

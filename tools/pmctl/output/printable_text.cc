@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "output/printable_text.h"
 
+#include <algorithm>
 #include <cstdint>
 
 #include <fmt/core.h>
@@ -48,9 +49,21 @@ std::string_view first_character(std::string_view text) {
     return text.substr(0, length);
 }
 
+struct character_range {
+    std::string_view first;
+    std::string_view last;
+};
+
+// The order of characters is that of their bytes.
+constexpr character_range controls[] = {{"", "\x1f"},         {"\x7f", "\x7f"},     {"\xc2\x80", "\xc2\x9f"},
+                                        {"\u061c", "\u061c"}, {"\u200e", "\u200f"},  // direction marks
+                                        {"\u2028", "\u202e"},   // line and paragraph ends, changes of direction
+                                        {"\u2066", "\u2069"}};  // the same within a line
+
 bool is_control(std::string_view character) {
-    const uint8_t lead = byte_at(character, 0);
-    return lead < 0x20 || lead == 0x7f || (lead == 0xc2 && byte_at(character, 1) < 0xa0);
+    return std::any_of(std::begin(controls), std::end(controls), [character](const character_range &range) {
+        return range.first <= character && character <= range.last;
+    });
 }
 
 std::string hexadecimal(std::string_view bytes) {

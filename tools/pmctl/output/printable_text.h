@@ -7,6 +7,8 @@
 
 namespace pmctl {
 
+// Control characters are here also those that part lines or turn the direction of what follows.
+
 // The text as it may go to a terminal: on one line, without control characters ('?' instead), and what is not UTF-8
 // replaced by U+FFFD.
 std::string printable_text(std::string_view text);
