@@ -44,6 +44,11 @@ TEST(render, leaves_no_blanks_at_the_end_of_a_line) {
     EXPECT_EQ(text_of({{table}, {}}), "A  B  C\n1     3\n1\n   2\n");
 }
 
+TEST(render, keeps_the_blanks_of_a_text) {
+    const sheet table{"", {"A", "B"}, {{{"1"}, {"two "}}}};
+    EXPECT_EQ(text_of({{table}, {}}), "A  B\n1  two \n");
+}
+
 TEST(render, takes_rows_of_any_length) {
     const sheet table{"", {"A", "B"}, {{{"1"}}, {{"1"}, {"2"}, {"three"}}}};
     EXPECT_EQ(text_of({{table}, {}}), "A  B\n1\n1  2  three\n");

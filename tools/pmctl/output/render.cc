@@ -23,7 +23,7 @@ void widen(column_widths &widths, const row &cells, const terminal &on) {
         widths[column] = std::max(widths[column], cell_width(cells[column], on));
 }
 
-// Without blanks at the end.
+// Nothing is filled up after the last text; blanks at its own end are content.
 std::string line_of(const row &cells, const column_widths &widths, size_t indented, const terminal &on) {
     std::string line;
     size_t blanks = indented;
@@ -49,13 +49,11 @@ std::string table_lines(const sheet &table, const terminal &on) {
     return lines;
 }
 
-bool is_heading(const row &cells) { return cells.size() == 1; }
-
 column_widths list_widths(const view &shown, const terminal &on) {
     column_widths widths;
     for (const sheet &each : shown.sheets)
         for (const row &line : each.rows)
-            if (each.header.empty() && !is_heading(line)) widen(widths, line, on);
+            if (each.header.empty() && !is_heading(each, line)) widen(widths, line, on);
     return widths;
 }
 
@@ -64,7 +62,7 @@ std::string list_lines(const sheet &list, const column_widths &widths, const ter
     const size_t outside = list.title.empty() ? 0 : indent;
     size_t indented = outside;
     for (const row &each : list.rows) {
-        if (is_heading(each)) {
+        if (is_heading(list, each)) {
             lines += std::string(outside, ' ') + each[0].text + "\n";
             indented = outside + indent;
         } else {

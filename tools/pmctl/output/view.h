@@ -28,6 +28,8 @@ struct sheet {
     std::vector<row> rows;
 };
 
+inline bool is_heading(const sheet &in, const row &cells) { return in.header.empty() && cells.size() == 1; }
+
 struct view {
     std::vector<sheet> sheets;
     std::string text;  // after them, as it stands: JSON, command lines

@@ -25,8 +25,6 @@ class row_namer {
     }
 
   private:
-    static bool is_heading(const sheet &in, const row &cells) { return in.header.empty() && cells.size() == 1; }
-
     const sheet *sheet_ = nullptr;
     std::string heading_;
     std::map<row_name, size_t> seen_;
