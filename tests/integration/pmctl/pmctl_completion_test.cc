@@ -5,6 +5,7 @@
 
 #include <chrono>
 #include <csignal>
+#include <fstream>
 
 #include "integration/pmctl/pmctl_runs.h"
 #include "integration/virtual_switch/virtual_switch_test.h"
@@ -16,6 +17,7 @@ using testing::Contains;
 using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::Not;
+using testing::StartsWith;
 
 using strings = std::vector<std::string>;
 
@@ -87,6 +89,19 @@ TEST_F(bash_completion, is_set_up_by_the_script) {
     const auto run = run_program({"/bin/bash", "--norc", "-c",
                                   "source " SOURCE_FOLDER "/tools/pmctl/completion/pmctl.bash && complete -p pmctl"});
     EXPECT_EQ(run.output, "complete -o nosort -F _pmctl pmctl\n");
+}
+
+// Typed into a bash in a folder of one file, which tells afterwards whether its name was completed.
+TEST_F(bash_completion, leaves_redirections_to_bash) {
+    const std::string folder = directory_.file("folder");
+    const std::string typed = directory_.file("typed");
+    for (const char *redirected : {"--version > ou", "--version >ou", "--version >", "--wrong 2> ou", "--wrong 2>ou"}) {
+        std::ofstream(typed) << "source " SOURCE_FOLDER "/tools/pmctl/completion/pmctl.bash\n" PMCTL " " << redirected
+                             << "\t\n";
+        const auto run = shell("mkdir -p " + folder + " && cd " + folder +
+                               " && : >output && HISTFILE= bash --norc -i <" + typed + " >/dev/null 2>&1; cat output");
+        EXPECT_THAT(run.output, StartsWith("pmctl")) << redirected;
+    }
 }
 
 }  // namespace

@@ -4,6 +4,11 @@
 
 # Called by bash with the program, the word to complete (or its part after a '=' or ':') and the word before.
 _pmctl() {
+    # The word after a redirection is the name of a file.
+    if [[ $3 == *[\<\>]* || ${COMP_WORDS[COMP_CWORD]} == *[\<\>]* ]]; then
+        compopt -o default
+        return
+    fi
     local words=() word joined=
     # bash parts words at '=' and ':'; here they are joined again.
     for word in "${COMP_WORDS[@]:1:COMP_CWORD}"; do
