@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 // pmctl: the command-line client of the port manager.
+#include <csignal>
 #include <cstdio>
 #include <exception>
 
@@ -39,6 +40,7 @@ int refuse(const std::exception &error, pmctl::exit_status status) {
 
 int main(int argc, char **argv) {
     pmctl::own_output output;
+    std::signal(SIGPIPE, SIG_IGN);  // a reader that goes away is seen at the write
     try {
         return run(argc, argv, output);
     } catch (const pmctl::usage_error &error) {

@@ -55,7 +55,7 @@ TEST_F(pmctl_program, says_that_the_disk_is_full) {
 }
 
 TEST_F(pmctl_program, ends_quietly_when_nobody_reads_on) {
-    const auto result = shell(PMCTL " show interface --all | head -n 1");
+    const auto result = pipeline(PMCTL " show interface --all | head -n 1");
     EXPECT_EQ(result.status, 0);
     EXPECT_THAT(lines_of(result.output), SizeIs(1));
     EXPECT_THAT(result.messages, IsEmpty());

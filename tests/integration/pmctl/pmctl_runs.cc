@@ -21,6 +21,10 @@ run_result pmctl(std::vector<std::string> words) {
 
 run_result shell(const std::string &script) { return run_program({"/bin/sh", "-c", script}); }
 
+run_result pipeline(const std::string &programs) {
+    return run_program({"/bin/bash", "-c", programs + "; exit ${PIPESTATUS[0]}"});
+}
+
 std::vector<std::string> lines_of(const std::string &text) {
     std::vector<std::string> lines;
     std::istringstream stream(text);

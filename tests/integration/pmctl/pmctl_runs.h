@@ -16,6 +16,9 @@ run_result run_program(const std::vector<std::string> &command);
 run_result pmctl(std::vector<std::string> words);
 run_result shell(const std::string &script);
 
+// A pipeline for bash. The status is that of its first program.
+run_result pipeline(const std::string &programs);
+
 std::vector<std::string> lines_of(const std::string &text);
 
 #endif

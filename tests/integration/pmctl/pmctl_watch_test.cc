@@ -95,7 +95,9 @@ TEST_F(pmctl_watch, ends_while_the_switch_is_silent) {
     child_process program(watching("0.1"));
     std::this_thread::sleep_for(std::chrono::milliseconds(300));
     program.send(SIGINT);
+    const auto interrupted = std::chrono::steady_clock::now();
     EXPECT_EQ(program.wait(), 0);
+    EXPECT_LT(std::chrono::steady_clock::now() - interrupted, std::chrono::seconds(2));
     EXPECT_THAT(program.read_rest(child_process::standard_error), IsEmpty());
     switch_->send(SIGCONT);
 }
@@ -111,13 +113,22 @@ TEST_F(pmctl_watch, ends_while_nobody_reads) {
 }
 
 TEST_F(pmctl_watch, ends_with_its_reader) {
-    const auto often = shell(PMCTL " show interface brief --watch 0.1 | head -n 4");
+    const auto often = pipeline(PMCTL " show interface brief --watch 0.1 | head -n 4");
     EXPECT_EQ(often.status, 0);
     EXPECT_THAT(often.messages, IsEmpty());
     EXPECT_EQ(lines_of(often.output).size(), 4u);
-    const auto rarely = shell(PMCTL " show interface brief --watch 1000 | head -n 1");
+    const auto rarely = pipeline(PMCTL " show interface brief --watch 1000 | head -n 1");
     EXPECT_EQ(rarely.status, 0);
     EXPECT_THAT(rarely.messages, IsEmpty());
+}
+
+// Nothing else is opened in the place of what the program was started without.
+TEST_F(pmctl_watch, takes_standard_descriptors_that_are_closed) {
+    const auto run = shell(PMCTL
+                           " show interface brief --watch 0.1 <&- 2>&- >/dev/null & sleep 0.5; "
+                           "readlink /proc/$!/fd/0 /proc/$!/fd/2; kill $! && wait $!");
+    EXPECT_EQ(run.status, 0);
+    EXPECT_EQ(run.output, "/dev/null\n/dev/null\n");
 }
 
 TEST_F(pmctl_watch, draws_over_a_terminal) {
