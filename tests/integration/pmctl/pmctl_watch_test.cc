@@ -40,6 +40,11 @@ class pmctl_watch : public runtime_dir_test {
         return more;
     }
 
+    static std::vector<std::string> on(const pseudo_terminal &terminal, const std::string &words) {
+        return {"/bin/sh", "-c",
+                "exec env -u COLUMNS -u NO_COLOR TERM=xterm " PMCTL " " + words + " >" + terminal.path()};
+    }
+
     // The next line with this part, of a thousand; else nothing.
     static std::string line_with(const char *part, child_process &program,
                                  child_process::output from = child_process::standard_output) {
@@ -133,19 +138,34 @@ TEST_F(pmctl_watch, takes_standard_descriptors_that_are_closed) {
 
 TEST_F(pmctl_watch, draws_over_a_terminal) {
     pseudo_terminal terminal(24, 80);
-    child_process program(
-        {"/bin/sh", "-c",
-         "exec env -u COLUMNS -u NO_COLOR TERM=xterm " PMCTL " show interface brief --watch 0.2 >" + terminal.path()});
-    const std::string end = "\033[J\033[?7h";
+    child_process program(on(terminal, "show interface brief --watch 0.2"));
+    const std::string end = "\033[J";
     EXPECT_THAT(terminal.read_to(end),
-                AllOf(StartsWith("\033[?7l\033[HEvery 0.2s: pmctl show interface brief --watch 0.2   20"),
-                      HasSubstr("\033[K\nfc1/1 "), HasSubstr("\033[32mup\033[0m")));
+                AllOf(StartsWith("\033[H\033[KEvery 0.2s: pmctl show interface brief --watch 0.2"),
+                      HasSubstr("\n\033[KInterface ")));
+    EXPECT_THAT(terminal.read_to("\033[H"), AllOf(StartsWith("fc1/1 "), HasSubstr("\033[32mup\033[0m")));
     describe("shutdown");
     switch_->send(SIGHUP);
     const std::string change = "\033[31;7mdown\033[0m";
     EXPECT_THAT(terminal.read_to(change), testing::EndsWith(change));
     program.send(SIGINT);
     EXPECT_EQ(program.wait(), 0);
+    const std::string below = "\033[0m\n\033[J";
+    EXPECT_THAT(terminal.read_to(below), testing::EndsWith(below));
+}
+
+// What breaks off there need not be put right.
+TEST_F(pmctl_watch, ends_on_a_terminal_that_nobody_reads) {
+    switch_.reset();
+    switch_.emplace(director);
+    pseudo_terminal terminal(2000, 80);
+    child_process program(on(terminal, "show interface --watch 0.2"));
+    std::this_thread::sleep_for(std::chrono::milliseconds(700));
+    program.send(SIGINT);
+    EXPECT_EQ(program.wait(), 0);
+    const std::string seen = terminal.read_what_is_there();
+    EXPECT_THAT(seen, HasSubstr("Every 0.2s"));
+    EXPECT_THAT(seen, Not(HasSubstr("\033[?")));
 }
 
 TEST_F(pmctl_watch, refuses_what_is_no_time) {

@@ -18,7 +18,15 @@ class pseudo_terminal {
     // What was written, with plain line ends, up to the first `end`; or what came within ten seconds.
     std::string read_to(const std::string &end);
 
+    // What was written and not read yet.
+    std::string read_what_is_there();
+
+    void resize(unsigned short lines, unsigned short columns);
+
   private:
+    // Returns false when nothing came in this time.
+    bool read_more(int milliseconds);
+
     int master_;
     int screen_;
     std::string path_;

@@ -40,6 +40,7 @@ TEST_F(terminal_at, knows_a_screen) {
     EXPECT_TRUE(found.colour);
     EXPECT_EQ(found.width, 120u);
     EXPECT_EQ(found.height, 50u);
+    EXPECT_EQ(found.columns, 120u);
 }
 
 TEST_F(terminal_at, limits_nothing_elsewhere) {
@@ -49,12 +50,14 @@ TEST_F(terminal_at, limits_nothing_elsewhere) {
         EXPECT_FALSE(found.colour);
         EXPECT_EQ(found.width, 0u);
         EXPECT_EQ(found.height, 0u);
+        EXPECT_EQ(found.columns, 0u);
     }
 }
 
 TEST_F(terminal_at, believes_columns_when_it_is_a_positive_number) {
     setenv("COLUMNS", "72", 1);
     EXPECT_EQ(pmctl::terminal_at(screen_, "").width, 72u);
+    EXPECT_EQ(pmctl::terminal_at(screen_, "").columns, 120u);
     for (const char *nonsense : {"", "0", "-5", "80x", "wide", " 80", "99999999999"}) {
         setenv("COLUMNS", nonsense, 1);
         EXPECT_EQ(pmctl::terminal_at(screen_, "").width, 120u) << nonsense;

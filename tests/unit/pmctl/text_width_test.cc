@@ -17,6 +17,8 @@ TEST(text_width, counts_columns) {
     EXPECT_EQ(text_width("\xf0\x9f\x98\x80"), 2u);            // four bytes
     EXPECT_EQ(text_width("\xff\xff"), 2u);
     EXPECT_EQ(text_width("\xe4"), 1u);  // the rest is missing
+    EXPECT_EQ(text_width("\033[32;7mup\033[0m"), 2u);
+    EXPECT_EQ(text_width("\033[3"), 0u);
 }
 
 TEST(shortened, keeps_what_fits) {

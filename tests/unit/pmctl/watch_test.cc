@@ -50,6 +50,8 @@ class stepped_surroundings : public pmctl::watch_surroundings {
         return write_failure;
     }
 
+    void write_last(const std::string &text) override { last_words.push_back(text); }
+
     void tell(const std::string &message) override { told.push_back(message); }
 
     pmctl::steady_time clock{seconds(100)};
@@ -57,6 +59,7 @@ class stepped_surroundings : public pmctl::watch_surroundings {
     size_t last_question = SIZE_MAX;  // the one that is interrupted
     std::vector<int64_t> waits;
     std::vector<std::string> drawings;
+    std::vector<std::string> last_words;
     std::vector<std::string> told;
 };
 
@@ -93,6 +96,7 @@ TEST_F(watch, marks_what_changed_since_the_drawing_before) {
     ASSERT_THAT(around_.drawings, SizeIs(4));
     EXPECT_EQ(around_.drawings[0], header + up_row);
     EXPECT_EQ(around_.drawings[1], "\n" + header + up_row);
+    EXPECT_THAT(around_.last_words, IsEmpty());
     EXPECT_EQ(around_.drawings[2], "\n" + header + down_row);
     EXPECT_THAT(around_.drawings[3], Not(HasSubstr("*")));
     EXPECT_THAT(around_.told, IsEmpty());
@@ -130,11 +134,11 @@ TEST_F(watch, draws_over_a_screen_under_a_heading) {
     EXPECT_EQ(run(), 0);
     ASSERT_THAT(around_.drawings, SizeIs(2));
     EXPECT_THAT(around_.drawings[0],
-                StartsWith("\033[?7l\033[HEvery 2s: pmctl show interface brief --watch 2   12:00:00\033[K\n"
-                           "\033[K\nInterface  "));
+                StartsWith("\033[H\033[KEvery 2s: pmctl show interface brief --watch 2   12:00:00\n"
+                           "\033[K\n\033[KInterface  "));
     EXPECT_THAT(around_.drawings[0], HasSubstr("\033[32mup\033[0m"));
     EXPECT_THAT(around_.drawings[1], HasSubstr("\033[31;7mdown\033[0m"));
-    EXPECT_THAT(around_.drawings[1], EndsWith("\033[K\n\033[J\033[?7h"));
+    EXPECT_THAT(around_.last_words, ElementsAre("\033[0m\n\033[J"));
 }
 
 TEST_F(watch, goes_on_when_the_switch_goes_away_and_comes_back) {
@@ -166,7 +170,7 @@ TEST_F(watch, shows_messages_on_the_screen) {
     around_.steps = {[] {}};
     EXPECT_EQ(run(), 0);
     EXPECT_THAT(around_.told, IsEmpty());
-    EXPECT_THAT(around_.drawings.at(0), HasSubstr("pmctl: all interfaces: Connection timed out\033[K\n"));
+    EXPECT_THAT(around_.drawings.at(0), HasSubstr("\033[Jpmctl: all interfaces: Connection timed out"));
 }
 
 TEST_F(watch, prints_one_json_document_each_time_without_marks) {
@@ -179,6 +183,7 @@ TEST_F(watch, prints_one_json_document_each_time_without_marks) {
         EXPECT_THAT(each, EndsWith("\n}\n"));
     }
     EXPECT_THAT(around_.drawings[1], HasSubstr("\"oper_state\": 2,"));
+    EXPECT_THAT(around_.last_words, IsEmpty());
 }
 
 TEST_F(watch, asks_nothing_when_it_is_over) {

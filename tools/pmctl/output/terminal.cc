@@ -42,7 +42,9 @@ terminal terminal_at(int descriptor, std::string_view colour_option) {
     ioctl(descriptor, TIOCGWINSZ, &size);
     const unsigned typed = width_of_environment();
     found.width = typed > 0 ? typed : size.ws_col;
-    if (is_screen) found.height = size.ws_row > 0 ? size.ws_row : usual_height;
+    if (!is_screen) return found;
+    found.height = size.ws_row > 0 ? size.ws_row : usual_height;
+    found.columns = size.ws_col;
     return found;
 }
 

@@ -28,15 +28,13 @@ bool is_in(const character_range (&ranges)[count], char32_t character) {
     });
 }
 
-size_t character_width(char32_t character) {
-    if (is_in(combining, character)) return 0;
-    return is_in(wide, character) ? 2 : 1;
-}
+constexpr std::string_view sequence_begin = "\033[";
 
 bool continues(char byte) { return (static_cast<uint8_t>(byte) & 0xc0) == 0x80; }
 
-// The bytes of the first character: a byte and those that continue it.
+// The bytes of the first character: a byte and those that continue it, or a sequence up to its final 'm'.
 size_t first_length(std::string_view text) {
+    if (text.starts_with(sequence_begin)) return std::min(text.find('m'), text.size() - 1) + 1;
     size_t length = 1;
     while (length < std::min<size_t>(text.size(), 4) && continues(text[length])) ++length;
     return length;
@@ -50,14 +48,21 @@ char32_t decoded(std::string_view character) {
     return value;
 }
 
+size_t character_width(std::string_view character) {
+    if (character.starts_with(sequence_begin)) return 0;
+    const char32_t value = decoded(character);
+    if (is_in(combining, value)) return 0;
+    return is_in(wide, value) ? 2 : 1;
+}
+
 }  // namespace
 
 size_t text_width(std::string_view text) {
     size_t width = 0;
     while (!text.empty()) {
-        const size_t length = first_length(text);
-        width += character_width(decoded(text.substr(0, length)));
-        text.remove_prefix(length);
+        const std::string_view next = text.substr(0, first_length(text));
+        width += character_width(next);
+        text.remove_prefix(next.size());
     }
     return width;
 }
@@ -68,7 +73,7 @@ std::string shortened(std::string_view text, size_t width) {
     size_t used = text_width(ellipsis);
     for (;;) {
         const std::string_view next = text.substr(0, first_length(text));
-        used += character_width(decoded(next));
+        used += character_width(next);
         if (used > width) return beginning.append(ellipsis);
         beginning += next;
         text.remove_prefix(next.size());

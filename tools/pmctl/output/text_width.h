@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
-// Texts as wide as a terminal shows them. They are UTF-8; a byte that is not counts as one column.
+// Texts as wide as a terminal shows them. They are UTF-8; a byte that is not counts as one column. Sequences that
+// colour a text are characters without width.
 #ifndef PMCTL_OUTPUT_TEXT_WIDTH_H
 #define PMCTL_OUTPUT_TEXT_WIDTH_H
 

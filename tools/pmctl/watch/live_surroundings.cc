@@ -86,6 +86,13 @@ std::string live_surroundings::write(const std::string &text) {
     return output_.write(text, [] { return stop_requested != 0; });
 }
 
+void live_surroundings::write_last(const std::string &text) {
+    constexpr int while_a_queue_is_emptied_ms = 100;
+    pollfd screen{output_.descriptor(), POLLOUT, 0};
+    if (poll(&screen, 1, while_a_queue_is_emptied_ms) == 1 && (screen.revents & POLLOUT) != 0)
+        static_cast<void>(output_.write(text, [] { return true; }));
+}
+
 void live_surroundings::tell(const std::string &message) { fputs(message_line(message).c_str(), stderr); }
 
 }  // namespace pmctl

@@ -19,6 +19,7 @@ class live_surroundings : public watch_surroundings {
     [[nodiscard]] bool is_over() const override;
     void wait_until(steady_time when) override;
     std::string write(const std::string &text) override;
+    void write_last(const std::string &text) override;
     void tell(const std::string &message) override;
 
   private:

@@ -26,6 +26,13 @@ class watcher {
         : call_(call), surroundings_(surroundings), seconds_(call.given.word("--watch")) {}
 
     int run() {
+        const int status = repeat();
+        if (draws_over_) surroundings_.write_last(below_drawing);
+        return status;
+    }
+
+  private:
+    int repeat() {
         const auto interval =
             std::chrono::duration_cast<steady_interval>(std::chrono::duration<double>(parse_seconds(seconds_)));
         for (steady_time drawn = surroundings_.now();; drawn = next_drawing(drawn, interval, surroundings_.now())) {
@@ -37,15 +44,14 @@ class watcher {
         }
     }
 
-  private:
     // Returns the exit status when it is of no use to go on, else exit_done.
     int show(answer found) {
         const view unmarked = found.output;
         if (has_rows(before_)) mark_changes(found.output, before_);
         if (has_rows(unmarked)) before_ = unmarked;
         const terminal screen = surroundings_.screen();
-        const bool drawn_over = screen.height > 0 && found.output.text.empty() && found.status != exit_usage;
-        const std::string text = drawn_over ? on_screen(found, screen) : one_after_another(found, screen);
+        draws_over_ = screen.height > 0 && found.output.text.empty() && found.status != exit_usage;
+        const std::string text = draws_over_ ? on_screen(found, screen) : one_after_another(found, screen);
         if (found.status == exit_usage) return exit_usage;
         const std::string failure = surroundings_.write(text);
         if (failure.empty()) return exit_done;
@@ -57,7 +63,7 @@ class watcher {
         std::string text =
             fmt::format("Every {}s: {}   {}\n\n", seconds_, printable_text(call_.typed), surroundings_.time_of_day());
         for (const std::string &message : found.messages) text += message_line(message);
-        return screen_drawing(text + render(found.output, screen), screen.height);
+        return screen_drawing(text + render(found.output, screen), screen);
     }
 
     std::string one_after_another(const answer &found, const terminal &screen) {
@@ -73,6 +79,7 @@ class watcher {
     std::string seconds_;
     view before_;
     bool has_drawn_ = false;
+    bool draws_over_ = false;
 };
 
 }  // namespace

@@ -31,6 +31,9 @@ class watch_surroundings {
     // Returns why it failed, or nothing.
     virtual std::string write(const std::string &text) = 0;
 
+    // Writes the text that leaves a screen in order, unless that would hold up the end.
+    virtual void write_last(const std::string &text) = 0;
+
     virtual void tell(const std::string &message) = 0;
 };
 
