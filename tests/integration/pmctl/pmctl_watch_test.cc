@@ -154,6 +154,28 @@ TEST_F(pmctl_watch, draws_over_a_terminal) {
     EXPECT_THAT(terminal.read_to(below), testing::EndsWith(below));
 }
 
+TEST_F(pmctl_watch, draws_anew_when_the_terminal_is_resized) {
+    pseudo_terminal terminal(24, 80);
+    child_process program(on(terminal, "show interface --watch 86400"));
+    EXPECT_THAT(terminal.read_to("\u2026 "), Not(IsEmpty()));
+    EXPECT_THAT(terminal.read_to("more lines"), Not(IsEmpty()));
+    terminal.resize(1, 80);
+    program.send(SIGWINCH);
+    EXPECT_THAT(terminal.read_to("more lines"), StartsWith("\033[H\033[J\u2026 "));
+    program.send(SIGINT);
+    EXPECT_EQ(program.wait(), 0);
+}
+
+TEST_F(pmctl_watch, draws_nothing_more_in_a_pipe_when_the_terminal_is_resized) {
+    child_process program(watching("86400"));
+    EXPECT_THAT(line_with("fc1/1", program), Not(IsEmpty()));
+    program.send(SIGWINCH);
+    std::this_thread::sleep_for(std::chrono::milliseconds(300));
+    program.send(SIGINT);
+    EXPECT_EQ(program.wait(), 0);
+    EXPECT_EQ(line_with("fc1/1", program), "");
+}
+
 // What breaks off there need not be put right.
 TEST_F(pmctl_watch, ends_on_a_terminal_that_nobody_reads) {
     switch_.reset();

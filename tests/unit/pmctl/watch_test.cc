@@ -36,9 +36,10 @@ class stepped_surroundings : public pmctl::watch_surroundings {
     [[nodiscard]] std::string time_of_day() const override { return "12:00:00"; }
     [[nodiscard]] bool is_over() const override { return over || the_switch.asked.size() >= last_question; }
 
-    void wait_until(pmctl::steady_time when) override {
+    void wait_until(pmctl::steady_time when, bool on_screen) override {
         waits.push_back(std::chrono::duration_cast<milliseconds>(when.time_since_epoch()).count());
-        clock = std::max(clock, when);
+        const bool is_resized = on_screen && waits.size() == resized_wait;
+        clock = std::max(clock, is_resized ? when - milliseconds(500) : when);
         if (waits.size() > steps.size())
             over = true;
         else
@@ -56,6 +57,7 @@ class stepped_surroundings : public pmctl::watch_surroundings {
 
     pmctl::steady_time clock{seconds(100)};
     bool over = false;
+    size_t resized_wait = 0;          // counted from 1: the one that ends half a second early
     size_t last_question = SIZE_MAX;  // the one that is interrupted
     std::vector<int64_t> waits;
     std::vector<std::string> drawings;
@@ -109,6 +111,16 @@ TEST_F(watch, keeps_to_its_times) {
     EXPECT_THAT(around_.waits, ElementsAre(100000, 102000, 104000, 106000, 112000, 114000));
 }
 
+TEST_F(watch, draws_a_screen_of_another_size_without_losing_its_times) {
+    around_.is_screen = {true, 80, 24};
+    around_.resized_wait = 2;
+    around_.steps = {[] {}, [this] { around_.is_screen.height = 2; }, [] {}, [] {}};
+    EXPECT_EQ(run(), 0);
+    EXPECT_THAT(around_.waits, ElementsAre(100000, 102000, 102000, 104000, 106000));
+    ASSERT_THAT(around_.drawings, SizeIs(4));
+    EXPECT_THAT(around_.drawings[1], EndsWith("more lines"));
+}
+
 TEST_F(watch, takes_fractions_of_a_second) {
     around_.steps = {[] {}, [] {}};
     EXPECT_EQ(run({"show", "interface", "brief", "--watch", "0.25"}), 0);
@@ -126,6 +138,7 @@ TEST(next_drawing, is_a_whole_number_of_intervals_away) {
     EXPECT_EQ(next(seconds(2), milliseconds(2000)), 4000);
     EXPECT_EQ(next(seconds(2), milliseconds(7001)), 8000);
     EXPECT_EQ(next(milliseconds(100), milliseconds(250)), 300);
+    EXPECT_EQ(next(seconds(2), milliseconds(-1)), 0);
 }
 
 TEST_F(watch, draws_over_a_screen_under_a_heading) {

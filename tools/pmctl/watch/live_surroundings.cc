@@ -41,6 +41,19 @@ void stop_at(int signal) {
     sigaction(signal, &stop, nullptr);
 }
 
+// Blocks it, so that it interrupts waits alone and neither questions nor drawings. Returns what was blocked before.
+sigset_t keep_back(int signal) {
+    struct sigaction nothing {};
+    nothing.sa_handler = [](int) {};
+    sigaction(signal, &nothing, nullptr);
+    sigset_t kept{};
+    sigset_t before{};
+    sigaddset(&kept, signal);
+    sigprocmask(SIG_BLOCK, &kept, &before);
+    sigdelset(&before, signal);
+    return before;
+}
+
 timespec time_left(steady_time until) {
     const auto left = std::max<steady_interval>(until - std::chrono::steady_clock::now(), steady_interval::zero());
     const auto whole = std::chrono::duration_cast<std::chrono::seconds>(left);
@@ -55,6 +68,7 @@ live_surroundings::live_surroundings(own_output &output, std::string colour_opti
         throw std::system_error(errno, std::generic_category(), "cannot wait");
     stop_at(SIGINT);
     stop_at(SIGTERM);
+    with_resizes_ = keep_back(SIGWINCH);
 }
 
 terminal live_surroundings::screen() const { return terminal_at(output_.descriptor(), colour_option_); }
@@ -72,11 +86,12 @@ std::string live_surroundings::time_of_day() const {
 
 bool live_surroundings::is_over() const { return stop_requested != 0 || reader_has_gone_; }
 
-void live_surroundings::wait_until(steady_time when) {
-    while (!is_over()) {
+void live_surroundings::wait_until(steady_time when, bool on_screen) {
+    for (bool resized = false; !is_over() && !resized;) {
         std::array<pollfd, 2> watched{{{wake_pipe[0], POLLIN, 0}, {output_.descriptor(), 0, 0}}};
         const timespec left = time_left(when);
-        ppoll(watched.data(), watched.size(), &left, nullptr);
+        const int ready = ppoll(watched.data(), watched.size(), &left, on_screen ? &with_resizes_ : nullptr);
+        resized = on_screen && ready < 0;
         reader_has_gone_ = (watched[1].revents & POLLERR) != 0;
         if (now() >= when) return;
     }

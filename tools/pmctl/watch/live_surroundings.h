@@ -2,6 +2,8 @@
 #ifndef PMCTL_WATCH_LIVE_SURROUNDINGS_H
 #define PMCTL_WATCH_LIVE_SURROUNDINGS_H
 
+#include <csignal>
+
 #include "output/own_output.h"
 #include "watch/watch.h"
 
@@ -17,7 +19,7 @@ class live_surroundings : public watch_surroundings {
     [[nodiscard]] steady_time now() const override;
     [[nodiscard]] std::string time_of_day() const override;
     [[nodiscard]] bool is_over() const override;
-    void wait_until(steady_time when) override;
+    void wait_until(steady_time when, bool on_screen) override;
     std::string write(const std::string &text) override;
     void write_last(const std::string &text) override;
     void tell(const std::string &message) override;
@@ -26,6 +28,7 @@ class live_surroundings : public watch_surroundings {
     own_output &output_;
     std::string colour_option_;
     bool reader_has_gone_ = false;
+    sigset_t with_resizes_{};  // what is blocked in a wait that ends when the screen gets another size
 };
 
 }  // namespace pmctl

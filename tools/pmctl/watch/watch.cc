@@ -36,7 +36,7 @@ class watcher {
         const auto interval =
             std::chrono::duration_cast<steady_interval>(std::chrono::duration<double>(parse_seconds(seconds_)));
         for (steady_time drawn = surroundings_.now();; drawn = next_drawing(drawn, interval, surroundings_.now())) {
-            surroundings_.wait_until(drawn);
+            surroundings_.wait_until(drawn, draws_over_);
             if (surroundings_.is_over()) return exit_done;
             answer found = run_command(call_);
             if (surroundings_.is_over()) return exit_done;  // which the answer may suffer from
@@ -87,7 +87,7 @@ class watcher {
 int watch(const invocation &call, watch_surroundings &surroundings) { return watcher(call, surroundings).run(); }
 
 steady_time next_drawing(steady_time last, steady_interval interval, steady_time now) {
-    return last + interval * ((now - last) / interval + 1);
+    return now < last ? last : last + interval * ((now - last) / interval + 1);
 }
 
 }  // namespace pmctl

@@ -25,8 +25,9 @@ class watch_surroundings {
     // Whether watching is to end.
     [[nodiscard]] virtual bool is_over() const = 0;
 
-    // Returns at that time, or before it when watching is to end.
-    virtual void wait_until(steady_time when) = 0;
+    // Returns at that time, or before it when watching is to end or, for what is drawn over a screen, when the screen
+    // gets another size.
+    virtual void wait_until(steady_time when, bool on_screen) = 0;
 
     // Returns why it failed, or nothing.
     virtual std::string write(const std::string &text) = 0;
@@ -41,7 +42,7 @@ class watch_surroundings {
 // wrong or the output cannot be written. Returns the exit status. Throws usage_error.
 int watch(const invocation &call, watch_surroundings &surroundings);
 
-// The first time after `now` that is a whole number of intervals after `last`.
+// The first time after `now` that is a whole number of intervals after `last`, or `last` when it is still to come.
 steady_time next_drawing(steady_time last, steady_interval interval, steady_time now);
 
 }  // namespace pmctl
