@@ -11,7 +11,7 @@
 
 namespace {
 
-int show_once(const pmctl::invocation &call, pmctl::own_output &output, const pmctl::terminal &on) {
+pmctl::exit_status show_once(const pmctl::invocation &call, pmctl::own_output &output, const pmctl::terminal &on) {
     pmctl::outcome outcome = pmctl::carry_out(call, on);
     if (const std::string failure = output.write(outcome.output); !failure.empty()) {
         outcome.status = pmctl::exit_failed;
@@ -21,7 +21,7 @@ int show_once(const pmctl::invocation &call, pmctl::own_output &output, const pm
     return outcome.status;
 }
 
-int run(int argc, char **argv, pmctl::own_output &output) {
+pmctl::exit_status run(int argc, char **argv, pmctl::own_output &output) {
     const pmctl::invocation call = pmctl::parse_command_line(argc, argv);
     const std::string colour_option = call.given.word("--color");
     if (call.given.has("--verbose")) output.show_diagnostics();
@@ -31,7 +31,7 @@ int run(int argc, char **argv, pmctl::own_output &output) {
     return pmctl::watch(call, surroundings);
 }
 
-int refuse(const std::exception &error, pmctl::exit_status status) {
+pmctl::exit_status refuse(const std::exception &error, pmctl::exit_status status) {
     fputs(pmctl::message_line(error.what()).c_str(), stderr);
     return status;
 }

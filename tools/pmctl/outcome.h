@@ -11,14 +11,14 @@ namespace pmctl {
 enum exit_status { exit_done = 0, exit_failed = 1, exit_usage = 2 };
 
 struct outcome {
-    int status;
+    exit_status status;
     std::string output;
     std::vector<std::string> messages;  // for standard error, one line each, without the program's name
 };
 
 // The same before the output is made into text.
 struct answer {
-    int status;
+    exit_status status;
     view output;
     std::vector<std::string> messages;
 };

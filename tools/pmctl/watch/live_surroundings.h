@@ -9,8 +9,9 @@
 
 namespace pmctl {
 
-// The real ones: watching is over after SIGINT or SIGTERM (a second one ends the program at once), and when the reader
-// of the output has gone. One a process.
+// The real ones: watching is over after SIGINT or SIGTERM, and when the reader of the output has gone. A second signal
+// ends the program at once, also from a write that blocks because the first one came between the check and the call.
+// One a process.
 class live_surroundings : public watch_surroundings {
   public:
     live_surroundings(own_output &output, std::string colour_option);

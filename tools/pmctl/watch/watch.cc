@@ -25,14 +25,14 @@ class watcher {
     watcher(const invocation &call, watch_surroundings &surroundings)
         : call_(call), surroundings_(surroundings), seconds_(call.given.word("--watch")) {}
 
-    int run() {
-        const int status = repeat();
+    exit_status run() {
+        const exit_status status = repeat();
         if (draws_over_) surroundings_.write_last(below_drawing);
         return status;
     }
 
   private:
-    int repeat() {
+    exit_status repeat() {
         const auto interval =
             std::chrono::duration_cast<steady_interval>(std::chrono::duration<double>(parse_seconds(seconds_)));
         for (steady_time drawn = surroundings_.now();; drawn = next_drawing(drawn, interval, surroundings_.now())) {
@@ -40,23 +40,29 @@ class watcher {
             if (surroundings_.is_over()) return exit_done;
             answer found = run_command(call_);
             if (surroundings_.is_over()) return exit_done;  // which the answer may suffer from
-            if (const int status = show(std::move(found)); status != exit_done) return status;
+            if (found.status == exit_usage) {
+                tell(found.messages);
+                return exit_usage;
+            }
+            if (!show(std::move(found))) return exit_failed;
         }
     }
 
-    // Returns the exit status when it is of no use to go on, else exit_done.
-    int show(answer found) {
+    void tell(const std::vector<std::string> &messages) {
+        for (const std::string &message : messages) surroundings_.tell(message);
+    }
+
+    // Returns false when the output cannot be written.
+    bool show(answer found) {
         const view unmarked = found.output;
         if (has_rows(before_)) mark_changes(found.output, before_);
         if (has_rows(unmarked)) before_ = unmarked;
         const terminal screen = surroundings_.screen();
-        draws_over_ = screen.height > 0 && found.output.text.empty() && found.status != exit_usage;
+        draws_over_ = screen.height > 0 && found.output.text.empty();
         const std::string text = draws_over_ ? on_screen(found, screen) : one_after_another(found, screen);
-        if (found.status == exit_usage) return exit_usage;
         const std::string failure = surroundings_.write(text);
-        if (failure.empty()) return exit_done;
-        surroundings_.tell(failure);
-        return exit_failed;
+        if (!failure.empty()) surroundings_.tell(failure);
+        return failure.empty();
     }
 
     std::string on_screen(const answer &found, const terminal &screen) const {
@@ -67,7 +73,7 @@ class watcher {
     }
 
     std::string one_after_another(const answer &found, const terminal &screen) {
-        for (const std::string &message : found.messages) surroundings_.tell(message);
+        tell(found.messages);
         const std::string text = render(found.output, screen);
         const bool parted = has_drawn_ && has_rows(found.output);
         has_drawn_ = has_drawn_ || has_rows(found.output);
@@ -84,7 +90,9 @@ class watcher {
 
 }  // namespace
 
-int watch(const invocation &call, watch_surroundings &surroundings) { return watcher(call, surroundings).run(); }
+exit_status watch(const invocation &call, watch_surroundings &surroundings) {
+    return watcher(call, surroundings).run();
+}
 
 steady_time next_drawing(steady_time last, steady_interval interval, steady_time now) {
     return now < last ? last : last + interval * ((now - last) / interval + 1);

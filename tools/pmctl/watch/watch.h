@@ -6,6 +6,7 @@
 #include <chrono>
 
 #include "command_line/command_line.h"
+#include "outcome.h"
 #include "output/terminal.h"
 
 namespace pmctl {
@@ -40,7 +41,7 @@ class watch_surroundings {
 
 // Draws at once and then every interval of the command's --watch, until watching is to end, the command line proves
 // wrong or the output cannot be written. Returns the exit status. Throws usage_error.
-int watch(const invocation &call, watch_surroundings &surroundings);
+exit_status watch(const invocation &call, watch_surroundings &surroundings);
 
 // The first time after `now` that is a whole number of intervals after `last`, or `last` when it is still to come.
 steady_time next_drawing(steady_time last, steady_interval interval, steady_time now);
