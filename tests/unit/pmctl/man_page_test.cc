@@ -5,14 +5,16 @@
 #include <array>
 #include <cstdio>
 #include <fstream>
+#include <iterator>
 #include <map>
 #include <sstream>
 
+#include "command_line/help_text.h"
 #include "command_table.h"
 
 namespace {
 
-using testing::ContainsRegex;
+using testing::Contains;
 using testing::HasSubstr;
 
 constexpr const char *man_page = DOCUMENTS "/man/pmctl.1";
@@ -29,15 +31,16 @@ std::string without_escapes(std::string text) {
     return text;
 }
 
-// The text under each heading of this macro, up to the next section or subsection.
-std::map<std::string, std::string> parts_under(const std::string &macro, const std::string &text) {
+// The text under each heading that begins so, up to the next one or to one that begins with `end`.
+std::map<std::string, std::string> parts_under(const std::string &begin, const std::string &end,
+                                               const std::string &text) {
     std::map<std::string, std::string> parts;
     std::string *part = nullptr;
     std::istringstream lines(text);
     for (std::string line; std::getline(lines, line);) {
-        if (line.starts_with(macro))
-            part = &parts[line.substr(macro.size())];
-        else if (line.starts_with(".SH") || (line.starts_with(".SS") && macro == ".SS "))
+        if (line.starts_with(begin))
+            part = &parts[line.substr(begin.size())];
+        else if (line.starts_with(end))
             part = nullptr;
         else if (part != nullptr)
             *part += line + "\n";
@@ -45,11 +48,37 @@ std::map<std::string, std::string> parts_under(const std::string &macro, const s
     return parts;
 }
 
+// What stands before this mark.
+std::string up_to(const char *mark, const std::string &text) { return text.substr(0, text.find(mark)); }
+
+// What stands behind it.
+std::string after(const char *mark, const std::string &text) {
+    const size_t found = text.find(mark);
+    return found == std::string::npos ? "" : text.substr(found + std::string(mark).size());
+}
+
+// The tagged paragraph of a section whose tag names this option; or nothing.
+std::string entry(const std::string &section, const std::string &option) {
+    for (std::string rest = after(".TP\n", section); !rest.empty(); rest = after(".TP\n", rest)) {
+        const std::string part = up_to(".TP\n", up_to(".PP\n", rest));
+        if (up_to("\n", part).find(option) != std::string::npos) return part;
+    }
+    return {};
+}
+
+// Its words without the marks around them.
+std::vector<std::string> words_of(std::string text) {
+    for (char &each : text)
+        if (std::string_view("`:;,.").find(each) != std::string_view::npos) each = ' ';
+    std::istringstream stream(text);
+    return {std::istream_iterator<std::string>(stream), {}};
+}
+
 class man_page_test : public testing::Test {
   protected:
     const std::string page_ = without_escapes(text_of_file(man_page));
-    std::map<std::string, std::string> sections_ = parts_under(".SH ", page_);
-    std::map<std::string, std::string> commands_ = parts_under(".SS ", page_);
+    std::map<std::string, std::string> sections_ = parts_under(".SH ", ".SH ", page_);
+    std::map<std::string, std::string> commands_ = parts_under(".SS ", ".SH ", page_);
 };
 
 TEST_F(man_page_test, has_the_usual_sections) {
@@ -63,7 +92,8 @@ TEST_F(man_page_test, describes_every_command_with_its_arguments) {
         if (is_hidden(each)) continue;
         const std::string part = commands_[std::string(each.words)];
         EXPECT_NE(part, "") << "no subsection: " << each.words;
-        for (const auto &taken : each.takes) EXPECT_THAT(part, HasSubstr(taken.name)) << each.words;
+        const std::string synopsis = up_to(".PP\n", part);
+        for (const auto &taken : each.takes) EXPECT_THAT(synopsis, HasSubstr(taken.name)) << each.words;
     }
 }
 
@@ -74,8 +104,9 @@ TEST_F(man_page_test, describes_no_command_that_does_not_exist) {
 TEST_F(man_page_test, explains_every_option_with_its_values) {
     const auto expect_explained = [this](const pmctl::argument &option) {
         const std::string name = option.name;
-        EXPECT_THAT(sections_["OPTIONS"], ContainsRegex("\n.TP\n[^\n]*" + name + "[^\n]*" + option.value)) << name;
-        for (const char *choice : option.choices) EXPECT_THAT(sections_["OPTIONS"], HasSubstr(choice)) << name;
+        const std::string part = entry(sections_["OPTIONS"], name);
+        EXPECT_THAT(up_to("\n", part), HasSubstr(option.value)) << name;
+        for (const char *choice : option.choices) EXPECT_THAT(words_of(part), Contains(choice)) << name;
     };
     for (const auto &option : pmctl::global_options()) expect_explained(option);
     for (const auto &each : pmctl::all_commands())
@@ -92,15 +123,30 @@ TEST_F(man_page_test, is_formatted_without_warnings) {
     EXPECT_EQ(pclose(groff), 0);
 }
 
-TEST(guide, describes_every_command_and_option) {
-    const std::string guide = text_of_file(DOCUMENTS "/pmctl.md");
+class guide : public testing::Test {
+  protected:
+    const std::string text_ = text_of_file(DOCUMENTS "/pmctl.md");
+    std::map<std::string, std::string> sections_ = parts_under("## ", "## ", text_);
+};
+
+// In a section of its own, which begins with its usage; help is explained before all others.
+TEST_F(guide, describes_every_command) {
     for (const auto &each : pmctl::all_commands()) {
         if (each.run == nullptr || is_hidden(each)) continue;
-        EXPECT_THAT(guide, HasSubstr("pmctl " + std::string(each.words)));
-        for (const auto &taken : each.takes)
-            EXPECT_TRUE(!is_option(taken) || guide.find(taken.name) != std::string::npos) << each.words << taken.name;
+        const std::string usage = after("Usage: ", up_to("\n", pmctl::help_text(&each)));
+        const std::string name = "pmctl " + std::string(each.words);
+        const std::string &part = each.words == "help" ? up_to("\n## ", text_) : sections_[name];
+        EXPECT_THAT(part, HasSubstr("\n    " + usage + "\n")) << name;
     }
-    for (const auto &option : pmctl::global_options()) EXPECT_THAT(guide, HasSubstr(option.name));
+}
+
+TEST_F(guide, explains_the_options_of_every_command) {
+    const std::string section = sections_["Options of every command"];
+    for (const auto &option : pmctl::global_options()) {
+        const std::string row = up_to("\n", after(("\n| `" + std::string(option.name)).c_str(), section));
+        EXPECT_NE(row, "") << option.name;
+        for (const char *choice : option.choices) EXPECT_THAT(words_of(row), Contains(choice)) << option.name;
+    }
 }
 
 }  // namespace
