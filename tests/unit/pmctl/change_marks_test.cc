@@ -39,7 +39,7 @@ TEST(change_marks, follow_rows_that_moved) {
 TEST(change_marks, are_at_every_cell_of_a_new_row) {
     EXPECT_EQ(
         marked(table({{{"fc1/1"}, {"up"}, {"1"}}, {{"fc1/2"}, {"up"}, {"2"}}}), table({{{"fc1/1"}, {"up"}, {"1"}}})),
-        "Port    State  Speed\nfc1/1   up     1\nfc1/2*  up*    2*\n");
+        "Port   State  Speed\nfc1/1  up     1\nfc1/2* up*    2*\n");
 }
 
 TEST(change_marks, compare_rows_of_one_name_in_their_order) {

@@ -89,7 +89,7 @@ TEST(change_marks, take_the_place_of_colours) {
     const sheet list{"", {}, {{{"State"}, {"up", tone::good, true}}, {{"Speed"}, {"8000"}}}};
     const sheet table{
         "", {"A", "B", "C"}, {{{"1", tone::plain, true}, {"", tone::plain, true}, {"x"}}, {{"2"}, {"y"}, {"x"}}}};
-    EXPECT_EQ(text_of({{list, table}, {}}), "State  up*\nSpeed  8000\n\nA   B  C\n1*  *  x\n2   y  x\n");
+    EXPECT_EQ(text_of({{list, table}, {}}), "State  up*\nSpeed  8000\n\nA  B  C\n1* *  x\n2  y  x\n");
 }
 
 TEST(tables, fit_the_terminal) {
@@ -107,6 +107,15 @@ TEST(tables, keep_marks_and_colours_of_cells_that_are_cut) {
     sheet table{"", {"A", "B"}, {{{"1"}, {"port-channel12", tone::bad, true}}}};
     EXPECT_EQ(pmctl::render({{table}, {}}, {.width = 9}), "A  B\n1  port\u2026*\n");
     EXPECT_EQ(pmctl::render({{table}, {}}, {.colour = true, .width = 9}), "A  B\n1  \033[31;7mport-\u2026\033[0m\n");
+}
+
+TEST(tables, are_as_wide_with_marks_as_without) {
+    sheet table{"", {"A", "B"}, {{{"fc1/1"}, {"1"}}, {{"fc1/2"}, {"22"}}}};
+    EXPECT_EQ(text_of({{table}, {}}), "A      B\nfc1/1  1\nfc1/2  22\n");
+    for (auto &row : table.rows)
+        for (auto &cell : row) cell.changed = true;
+    EXPECT_EQ(text_of({{table}, {}}), "A      B\nfc1/1* 1*\nfc1/2* 22*\n");
+    EXPECT_EQ(pmctl::render({{table}, {}}, {.width = 10}), "A      B\nfc1/1* 1*\nfc1/2* 22*\n");
 }
 
 TEST(tables, align_characters_not_bytes) {

@@ -28,11 +28,10 @@ const char *look_of(const cell &from) {
 
 }  // namespace
 
-size_t cell_width(const cell &from, const terminal &on) { return text_width(from.text) + mark_of(from, on).size(); }
+size_t mark_width(const cell &from, const terminal &on) { return mark_of(from, on).size(); }
 
 cell_text cell_text_of(const cell &from, size_t width, const terminal &on) {
-    const std::string_view mark = mark_of(from, on);
-    const std::string text = shortened(from.text, width - mark.size()).append(mark);
+    const std::string text = shortened(from.text, width).append(mark_of(from, on));
     const std::string_view look = on.colour && !text.empty() ? look_of(from) : "";
     return {look.empty() ? text : fmt::format("\033[{}m{}\033[0m", look, text), text_width(text)};
 }

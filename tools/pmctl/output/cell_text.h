@@ -13,9 +13,10 @@ struct cell_text {
     size_t width;      // in columns
 };
 
-size_t cell_width(const cell &from, const terminal &on);
+// The columns of the '*' behind this cell, if it has one.
+size_t mark_width(const cell &from, const terminal &on);
 
-// In at most `width` columns.
+// In at most `width` columns and those of the mark.
 cell_text cell_text_of(const cell &from, size_t width, const terminal &on);
 
 }  // namespace pmctl

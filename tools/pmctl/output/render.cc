@@ -5,6 +5,7 @@
 
 #include "output/cell_text.h"
 #include "output/fitted_widths.h"
+#include "output/text_width.h"
 
 namespace pmctl {
 namespace {
@@ -17,10 +18,17 @@ row header_row(const sheet &table) {
     return header;
 }
 
+// What a column keeps free for the mark of this cell. Others than the last have the gap for it, so that marks shift
+// nothing.
+size_t room_for_mark(const cell &marked, size_t column, const column_widths &widths, const terminal &on) {
+    return column + 1 == widths.size() ? mark_width(marked, on) : 0;
+}
+
 void widen(column_widths &widths, const row &cells, const terminal &on) {
     widths.resize(std::max(widths.size(), cells.size()));
     for (size_t column = 0; column < cells.size(); ++column)
-        widths[column] = std::max(widths[column], cell_width(cells[column], on));
+        widths[column] =
+            std::max(widths[column], text_width(cells[column].text) + room_for_mark(cells[column], column, widths, on));
 }
 
 // Nothing is filled up after the last text; blanks at its own end are content.
@@ -28,12 +36,13 @@ std::string line_of(const row &cells, const column_widths &widths, size_t indent
     std::string line;
     size_t blanks = indented;
     for (size_t column = 0; column < cells.size(); ++column) {
-        const cell_text shown = cell_text_of(cells[column], widths[column], on);
+        const size_t room = widths[column] - room_for_mark(cells[column], column, widths, on);
+        const cell_text shown = cell_text_of(cells[column], room, on);
         if (shown.width > 0) {
             line.append(blanks, ' ').append(shown.text);
             blanks = 0;
         }
-        blanks += widths[column] - shown.width + column_gap;
+        blanks += widths[column] + column_gap - shown.width;
     }
     return line + "\n";
 }
