@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 
 #include <algorithm>
+#include <optional>
 
 #include "integration/pmctl/pmctl_runs.h"
 #include "integration/pmctl/pseudo_terminal.h"
@@ -18,13 +19,18 @@ constexpr const char *any_sequence = "\033";
 
 class pmctl_terminal : public runtime_dir_test {
   protected:
+    void SetUp() override {
+        if (!pseudo_terminal::exists_here()) GTEST_SKIP() << "this machine has no pseudo-terminals";
+        terminal_.emplace(50, 70);
+    }
+
     // What `pmctl show interface brief` prints on the terminal, with words before and options behind it.
     std::string brief_on_terminal(const std::string &environment, const std::string &options = "") {
         const auto run =
             shell("env -u COLUMNS -u NO_COLOR TERM=xterm " + environment + " " PMCTL " show interface brief " +
-                  options + " >" + terminal_.path() + " && echo END >" + terminal_.path());
+                  options + " >" + terminal_->path() + " && echo END >" + terminal_->path());
         EXPECT_EQ(run.status, 0) << run.messages;
-        return terminal_.read_to("END\n");
+        return terminal_->read_to("END\n");
     }
 
     // In characters.
@@ -38,7 +44,7 @@ class pmctl_terminal : public runtime_dir_test {
     }
 
     virtual_switch_process switch_{fixed_switch};
-    pseudo_terminal terminal_{50, 70};
+    std::optional<pseudo_terminal> terminal_;
 };
 
 TEST_F(pmctl_terminal, has_colours) {

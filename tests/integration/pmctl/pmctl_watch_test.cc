@@ -137,6 +137,7 @@ TEST_F(pmctl_watch, takes_standard_descriptors_that_are_closed) {
 }
 
 TEST_F(pmctl_watch, draws_over_a_terminal) {
+    if (!pseudo_terminal::exists_here()) GTEST_SKIP() << "this machine has no pseudo-terminals";
     pseudo_terminal terminal(24, 80);
     child_process program(on(terminal, "show interface brief --watch 0.2"));
     const std::string end = "\033[J";
@@ -155,6 +156,7 @@ TEST_F(pmctl_watch, draws_over_a_terminal) {
 }
 
 TEST_F(pmctl_watch, draws_anew_when_the_terminal_is_resized) {
+    if (!pseudo_terminal::exists_here()) GTEST_SKIP() << "this machine has no pseudo-terminals";
     pseudo_terminal terminal(24, 80);
     child_process program(on(terminal, "show interface --watch 86400"));
     EXPECT_THAT(terminal.read_to("\u2026 "), Not(IsEmpty()));
@@ -180,6 +182,7 @@ TEST_F(pmctl_watch, draws_nothing_more_in_a_pipe_when_the_terminal_is_resized) {
 TEST_F(pmctl_watch, ends_on_a_terminal_that_nobody_reads) {
     switch_.reset();
     switch_.emplace(director);
+    if (!pseudo_terminal::exists_here()) GTEST_SKIP() << "this machine has no pseudo-terminals";
     pseudo_terminal terminal(2000, 80);
     child_process program(on(terminal, "show interface --watch 0.2"));
     std::this_thread::sleep_for(std::chrono::milliseconds(700));

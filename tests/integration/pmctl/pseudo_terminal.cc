@@ -24,6 +24,12 @@ int open_master() {
 
 }  // namespace
 
+bool pseudo_terminal::exists_here() {
+    const int master = posix_openpt(O_RDWR | O_NOCTTY | O_CLOEXEC);
+    if (master >= 0) close(master);
+    return master >= 0;
+}
+
 pseudo_terminal::pseudo_terminal(unsigned short lines, unsigned short columns)
     : master_(open_master()), screen_(open(ptsname(master_), O_RDWR | O_NOCTTY | O_CLOEXEC)), path_(ptsname(master_)) {
     resize(lines, columns);

@@ -7,6 +7,9 @@
 
 class pseudo_terminal {
   public:
+    // Some build machines have none (no /dev/pts).
+    static bool exists_here();
+
     pseudo_terminal(unsigned short lines, unsigned short columns);
     ~pseudo_terminal();
     pseudo_terminal(const pseudo_terminal &) = delete;
