@@ -47,18 +47,14 @@ struct number_range {
     }
 };
 
-number_range channels_of(const pm_if_index_range_t &range) {
-    number_range channels;
-    if_index_port_channel_get_channel_num(range.first, &channels.first);
-    if_index_port_channel_get_channel_num(range.last, &channels.last);
-    return channels;
-}
+using number_getter = int32_t (*)(if_index_t, uint16_t *);
 
-number_range tunnels_of(const pm_if_index_range_t &range) {
-    number_range tunnels;
-    if_index_fcip_get_tunnel(range.first, &tunnels.first);
-    if_index_fcip_get_tunnel(range.last, &tunnels.last);
-    return tunnels;
+template <number_getter Get>
+number_range numbers_of(const pm_if_index_range_t &range) {
+    number_range numbers;
+    Get(range.first, &numbers.first);
+    Get(range.last, &numbers.last);
+    return numbers;
 }
 
 bool is_backwards(const pm_if_index_range_t &range) { return range.last < range.first; }
@@ -92,7 +88,7 @@ uint32_t count_ethernet(const pm_if_index_range_t &range, uint32_t *count) {
 
 uint32_t count_channels(const pm_if_index_range_t &range, uint32_t *count) {
     if (is_backwards(range)) return PM_ERR_INVALID_RANGE;
-    *count = channels_of(range).count();
+    *count = numbers_of<if_index_port_channel_get_channel_num>(range).count();
     return 0;
 }
 
@@ -124,19 +120,18 @@ uint32_t port_at(const pm_if_index_range_t &range, uint32_t offset, if_index_t *
     return 0;
 }
 
-uint32_t channel_at(const pm_if_index_range_t &range, uint32_t offset, if_index_t *member) {
-    uint16_t channel;
-    if (is_backwards(range) || !channels_of(range).number_at(offset, &channel)) return PM_ERR_INVALID_RANGE;
-    if_index_port_channel_init(member, channel);
+using number_builder = int32_t (*)(if_index_t *, uint16_t number);
+
+template <number_getter Get, number_builder Build>
+uint32_t numbered_at(const pm_if_index_range_t &range, uint32_t offset, if_index_t *member) {
+    uint16_t number;
+    if (is_backwards(range) || !numbers_of<Get>(range).number_at(offset, &number)) return PM_ERR_INVALID_RANGE;
+    Build(member, number);
     return 0;
 }
 
-uint32_t tunnel_at(const pm_if_index_range_t &range, uint32_t offset, if_index_t *member) {
-    uint16_t tunnel;
-    if (is_backwards(range) || !tunnels_of(range).number_at(offset, &tunnel)) return PM_ERR_INVALID_RANGE;
-    if_index_fcip_port_init(member, tunnel);
-    return 0;
-}
+constexpr auto channel_at = numbered_at<if_index_port_channel_get_channel_num, if_index_port_channel_init>;
+constexpr auto tunnel_at = numbered_at<if_index_fcip_get_tunnel, if_index_fcip_port_init>;
 
 uint32_t refuse_member(const pm_if_index_range_t &, uint32_t, if_index_t *) { return PM_ERR_INVALID_RANGE; }
 
