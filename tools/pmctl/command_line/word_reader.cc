@@ -7,6 +7,7 @@
 #include <fmt/core.h>
 
 #include <CLI/CLI.hpp>
+#include <span>
 
 #include "command_line/suggestion.h"
 #include "command_table.h"
@@ -49,7 +50,8 @@ class command_tree {
         words_read read{command_words, find_command(command_words), given(), option_in_wait, end != typed.end(), {}};
         for (const std::string &word : app_.remaining(true)) fill_place(read, word, is_option_word(word));
         for (size_t i = 0; i < terminators; ++i) fill_place(read, subcommand_terminator, false);
-        for (auto word = end; word != typed.end() && ++word != typed.end();) fill_place(read, *word, false);
+        if (!read.after_separator) return read;
+        for (const std::string &word : std::span(end + 1, typed.end())) fill_place(read, word, false);
         return read;
     }
 
