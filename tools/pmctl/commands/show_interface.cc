@@ -9,6 +9,7 @@
 #include "switch/switch_client.h"
 
 namespace pmctl {
+
 command_result run_show_interface(const arguments &given) {
     command_result result;
     const std::vector<pm_port_info_t> ports = asked_ports(named_ranges(given), result.failures);
