@@ -9,6 +9,13 @@
 
 namespace pm {
 
+// IF_TYPE_NONE for an index without one.
+inline uint8_t type_of(if_index_t if_index) {
+    uint8_t type = IF_TYPE_NONE;
+    if_index_get_type(if_index, &type);
+    return type;
+}
+
 constexpr bool is_port_channel_type(uint8_t type) { return type == IF_TYPE_PORT_CHANNEL || type == IF_TYPE_BUNDLE; }
 
 // A set of interface types, all of them below 32.

@@ -3,9 +3,8 @@
 
 #include <array>
 
-#include "platform/cmi.h"
 #include "platform/if_index.h"
-#include "pm_api_common/heap.h"
+#include "pm_api_common/cmi_exchange.h"
 #include "pm_api_common/interface_type.h"
 #include "port_mgr/opcodes.h"
 #include "port_mgr/service_selection.h"
@@ -15,33 +14,26 @@
 namespace pm {
 namespace {
 
-bool is_port_channel(if_index_t if_index) {
-    uint8_t type = IF_TYPE_NONE;
-    if_index_get_type(if_index, &type);
-    return is_port_channel_type(type);
-}
-
-uint32_t ask_for_member_owner(mts_handle_t handle, if_index_t channel, uint32_t sap) {
+uint32_t ask_for_member_owner(mts_handle_t handle, if_index_t channel, uint32_t sap, failed_answer then) {
     std::array<uint8_t, channel_member_query_size> query{};
     store(query.data(), hton_if_index(channel == any_channel ? 0 : channel));
-    void *response = nullptr;
-    uint32_t length = query.size();
-    if (cmi_req_resp(CMI_OPC_GET_CHANNEL_MEMBER, channel_member_query_kind, query.data(), &response, &length, 0, 0,
-                     PM_SAP_CHANNEL_MEMBER, handle, channel_member_query_wait) != 0) {
+    cmi_answer member = exchange({CMI_OPC_GET_CHANNEL_MEMBER, channel_member_query_kind, query, PM_SAP_CHANNEL_MEMBER},
+                                 handle, channel_member_query_wait);
+    if (member.status != 0) {
+        if (then == failed_answer::is_left) static_cast<void>(member.payload.release());
         return PM_SAP_ETHERNET_CHANNEL;
     }
-    const heap_block<void> owner(response);
-    if (response == nullptr) return sap;
-    if (length < sizeof(uint32_t)) return PM_SAP_ETHERNET_CHANNEL;
-    return pm_get_mts_sap(load_be32(response));
+    if (member.payload == nullptr) return sap;
+    if (member.size < sizeof(if_index_t)) return PM_SAP_ETHERNET_CHANNEL;
+    return pm_get_mts_sap(load_be32(member.payload.get()));
 }
 
 }  // namespace
 
-uint32_t route_through_member(mts_handle_t handle, if_index_t if_index, uint32_t sap) {
-    if (!is_port_channel(if_index)) return sap;
+uint32_t route_through_member(mts_handle_t handle, if_index_t if_index, uint32_t sap, failed_answer then) {
+    if (!is_port_channel_type(type_of(if_index))) return sap;
     if (if_index_is_port_channel_sub_interface(if_index) != 0) return PM_SAP_ETHERNET_CHANNEL;
-    return ask_for_member_owner(handle, if_index, sap);
+    return ask_for_member_owner(handle, if_index, sap, then);
 }
 
 }  // namespace pm

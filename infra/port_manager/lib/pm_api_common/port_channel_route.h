@@ -7,9 +7,12 @@
 
 namespace pm {
 
+// What happens to an answer that comes with a failed query for a member.
+enum class failed_answer { is_freed, is_left };
+
 // The SAP for a request about `if_index`, which `sap` owns unless it is a port channel: then the membership service
 // names a member, whose owner answers for the channel.
-uint32_t route_through_member(mts_handle_t handle, if_index_t if_index, uint32_t sap);
+uint32_t route_through_member(mts_handle_t handle, if_index_t if_index, uint32_t sap, failed_answer then);
 
 }  // namespace pm
 

@@ -137,7 +137,8 @@ uint32_t pm_send_get_next_port_info(mts_handle_t handle, if_index_t if_index, mt
     PM_ASSERT(handle != 0);
     if (handle == 0) return PM_ERR_INVALID_PARAM;
     const uint32_t payload = hton_if_index(if_index);
-    const uint32_t sap = pm::route_through_member(handle, if_index, pm_get_mts_sap(if_index));
+    const uint32_t sap =
+        pm::route_through_member(handle, if_index, pm_get_mts_sap(if_index), pm::failed_answer::is_left);
     const int32_t sent = mts_send(handle, PM_NODE_SUPERVISOR, sap, MTS_OPC_PM_GET_NEXT_PORT_INFO, &payload,
                                   sizeof payload, request, 0, 0);
     return sent == pm::transport_failure ? mts_errno_get(handle) : static_cast<uint32_t>(sent);

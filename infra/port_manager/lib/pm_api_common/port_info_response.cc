@@ -5,31 +5,26 @@
 #include <cstring>
 
 #include "platform/if_index.h"
+#include "pm_api_common/answer_check.h"
 #include "pm_api_common/assertion.h"
 #include "pm_api_common/heap.h"
 #include "pm_api_common/received_message.h"
 #include "port_mgr/opcodes.h"
-#include "port_mgr/status.h"
-#include "protocol/port_info_layout.h"
 
 namespace {
 
-using pm::load_be32;
+using pm::count_of;
+using pm::status_of;
 
 // The size that a caller without one claims for its payload.
 constexpr uint64_t any_size = UINT64_MAX;
 
-uint32_t status_of(const uint8_t *payload) { return load_be32(payload); }
-uint32_t count_of(const uint8_t *payload) { return load_be32(payload + pm::answer_status_size); }
-
 // 0 when `size` bytes hold the header and all records that it counts; else the service's status, or that of a
 // malformed answer.
 uint32_t check_answer(const uint8_t *payload, uint64_t size, size_t record_size) {
-    if (payload == nullptr || size < pm::answer_status_size) return PM_ERR_INVALID_PARAM;
-    if (status_of(payload) != 0) return status_of(payload);
-    if (size < pm::answer_header_size) return PM_ERR_INVALID_PARAM;
-    const uint64_t needed = pm::answer_header_size + uint64_t{count_of(payload)} * record_size;
-    return needed <= size ? 0 : PM_ERR_INVALID_PARAM;
+    if (payload == nullptr) return PM_ERR_INVALID_PARAM;
+    if (!pm::holds_records(payload, size, record_size)) return pm::status_of_malformed(payload, size);
+    return status_of(payload);
 }
 
 // The attribute elements behind `end` bytes of records, or null when nothing is there.
@@ -152,7 +147,7 @@ uint32_t pm_parse_set_port_info_res_payload(const void *payload, uint32_t *count
 
     const uint8_t *wire = bytes + pm::answer_header_size;
     for (uint32_t i = 0; i < results; ++i, wire += sizeof(pm_set_port_result_t)) {
-        block[i] = {load_be32(wire), pm::load<uint32_t>(wire + 4)};
+        block[i] = {pm::load_be32(wire), pm::load<uint32_t>(wire + 4)};
     }
     *entries = block;
     return status_of(bytes);
