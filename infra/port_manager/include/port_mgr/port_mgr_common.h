@@ -39,6 +39,7 @@
 #define PORT_MGR_PORT_MGR_COMMON_H
 
 #include "port_mgr/command_words.h"
+#include "port_mgr/config_attribute.h"
 #include "port_mgr/if_index_range.h"
 #include "port_mgr/messaging.h"
 #include "port_mgr/opcodes.h"
