@@ -10,7 +10,12 @@
 #define MTS_OPC_PM_GET_MODULE_RESOURCES 3147u /* resources of a module */
 
 /* Requests over CMI. */
-#define CMI_OPC_GET_CHANNEL_MEMBER 624u /* a member of a port channel */
+#define CMI_OPC_GET_CHANNEL_MEMBER 624u          /* a member of a port channel */
+#define CMI_OPC_PM_SET_PORT_CONFIG 2826u         /* set an attribute of ranges of interfaces */
+#define CMI_OPC_PM_GET_PORT_CONFIG 2827u         /* the configuration of ranges of interfaces */
+#define CMI_OPC_PM_CONFIG_SUB_INTF 2837u         /* create and delete sub-interfaces */
+#define CMI_OPC_PM_GET_MODULE_INTF_LISTING 2840u /* the interfaces of a module */
+#define CMI_OPC_PM_CONFIG_LOOPBACK 61468u        /* create and delete loopback interfaces */
 
 /* The address of the supervisor, where the port manager and its neighbours answer. */
 #define PM_NODE_SUPERVISOR 0xfe000000u

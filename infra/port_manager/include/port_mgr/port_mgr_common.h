@@ -15,8 +15,9 @@
  *              say "network order".
  * Records      Byte-packed: members follow one another without padding, so multi-byte members may be unaligned.
  * Threads      The library starts no thread, takes no lock and installs no signal handler. Everything may be called
- *              on several threads at once, with one exception: the texts of unknown values share one buffer
- *              (port_strings.h). An MTS handle belongs to one thread at a time.
+ *              on several threads at once, with two exceptions: the texts of unknown values share one buffer
+ *              (port_strings.h), and the check of a set of sub-interface numbers its position
+ *              (sub_interface_config.h). An MTS handle belongs to one thread at a time.
  * Diagnostics  Lines on standard output, most of them begun by the name of the function that reports. Functions that
  *              say so leave an assertion report in /log/assert-backtrace, as long as there is a /log and room in the
  *              file, and with it a line in the system log.
@@ -41,9 +42,12 @@
 #include "port_mgr/command_words.h"
 #include "port_mgr/config_attribute.h"
 #include "port_mgr/if_index_range.h"
+#include "port_mgr/loopback_config.h"
 #include "port_mgr/messaging.h"
+#include "port_mgr/module_interface_listing.h"
 #include "port_mgr/opcodes.h"
 #include "port_mgr/port_capabilities.h"
+#include "port_mgr/port_config.h"
 #include "port_mgr/port_info_record.h"
 #include "port_mgr/port_info_request.h"
 #include "port_mgr/port_info_response.h"
@@ -51,6 +55,7 @@
 #include "port_mgr/port_strings.h"
 #include "port_mgr/service_selection.h"
 #include "port_mgr/status.h"
+#include "port_mgr/sub_interface_config.h"
 #include "port_mgr/transceiver_kind.h"
 #include "port_mgr/types.h"
 #include "port_mgr/vsan_bitset.h"

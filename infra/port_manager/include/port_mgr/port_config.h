@@ -1,0 +1,88 @@
+/* SPDX-License-Identifier: Apache-2.0 */
+/* port_config.h: changes the configuration of interfaces, and reads it.
+ *
+ * The requests travel over CMI; every function waits for its answer. An answer that cannot hold what it says is
+ * PM_ERR_INVALID_PARAM. A handle belongs to one thread at a time; apart from that, all are thread-safe. */
+#ifndef PORT_MGR_PORT_CONFIG_H
+#define PORT_MGR_PORT_CONFIG_H
+
+#include "port_mgr/config_attribute.h"
+#include "port_mgr/port_info_response.h"
+#include "port_mgr/types.h"
+
+PM_BEGIN_DECLS
+
+/* How a configuration is asked for. */
+#define PM_CONFIG_GET_FROM_OWNER 1u /* of the service that owns the first interface */
+#define PM_CONFIG_GET_BY_MEMBER 2u  /* a port channel's of the service that owns one of its members */
+
+/* Sets one attribute of ranges of interfaces.
+ *
+ * Where the request goes depends on the type of the first interface, on the attribute and on the chassis.
+ * Interfaces of type 26, and on chassis of types 10 and 11 also port channels, take their Ethernet attributes from the
+ * Ethernet channel service; attributes that nothing can be done about send nothing and succeed. Most attributes of a
+ * sub-interface of a port channel that its service does not take are refused with PM_ERR_FAILURE and a line on
+ * standard output, and so is its port mode.
+ *
+ * handle       the caller's queue
+ * first_text   who makes the change, or null. At most 59 characters travel; 39 when there is a second text
+ * second_text  from where, or null. At most 40 characters travel
+ * range_count  not 0
+ * ranges       in host order, not null
+ * type         the attribute, one that pm_encode_tlv can write
+ * length       the width of its value
+ * value        the value in host memory, as for pm_encode_tlv
+ * count        out, not null: the number of entries
+ * entries      out, not null: what became of each interface, in one block that the caller frees once. Null when no
+ *              service gave results, and empty (to be freed all the same) when one gave none
+ * last         the longest wait in seconds; 0 for the transport's own limit
+ *
+ * Returns 0; PM_ERR_FAILURE with the outputs untouched for a null or missing argument; the status of the encoder; the
+ * service's status, with entries where it sent some; the transport's status; or 1 when memory ran out. The outputs are
+ * cleared before anything is sent. After a failure of the transport the entries are not the caller's: do not read or
+ * free them. */
+PM_API uint32_t pm_cmi_set_port_config(mts_handle_t handle, const char *first_text, const char *second_text,
+                                       uint32_t range_count, const pm_if_index_range_t *ranges, uint8_t type,
+                                       uint8_t length, const void *value, uint32_t *count,
+                                       pm_set_port_result_t **entries, uint32_t last);
+
+/* Reads the records of ranges of interfaces as they are configured: a bandwidth that follows from the speed is 0.
+ *
+ * handle       the caller's queue
+ * kind         one of PM_CONFIG_GET_...; other numbers are passed on to the owner
+ * range_count  not 0
+ * ranges       in host order, not null; the first interface decides which service is asked about all of them
+ * count        out, not null: the number of records
+ * records      out, not null: the records, one block that the caller frees once; null when there are none
+ * last         the longest wait in seconds; 0 for the transport's own limit
+ *
+ * Returns 0; PM_ERR_FAILURE with the outputs untouched for a null or missing argument; otherwise with the outputs
+ * cleared what pm_parse_get_port_info_res_payload returns, the transport's status, or 1 when memory ran out. */
+PM_API uint32_t pm_cmi_get_port_config(mts_handle_t handle, uint32_t kind, uint32_t range_count,
+                                       const pm_if_index_range_t *ranges, uint32_t *count, pm_port_info_t **records,
+                                       uint32_t last);
+
+/* The same as pm_parse_get_port_info_res_payload. */
+PM_API uint32_t pm_parse_cmi_get_port_config_res_payload(const void *payload, uint32_t size, uint32_t *count,
+                                                         pm_port_info_t **records);
+
+/* A default of the whole switch, 14 bytes as they came over the wire. They begin like an element: pm_decode_tlv reads
+ * it when the attribute's value is not wider than the record's. */
+typedef struct PM_PACKED pm_system_default_config {
+    uint8_t type;      /* the attribute's number */
+    uint8_t length;    /* the bytes of its value */
+    uint32_t value[3]; /* the value, in the byte order of its kind */
+} pm_system_default_config_t;
+PM_STATIC_ASSERT(sizeof(pm_system_default_config_t) == 14, "pm_system_default_config_t travels as 14 bytes");
+
+/* Parses the answer of a service that was asked for a default of the switch.
+ *
+ * payload  18 bytes: the status and the record; or null
+ * record   out, not null: written whatever the status is, unless there is no payload
+ *
+ * Returns the service's status, PM_ERR_NO_PAYLOAD for a null payload, or PM_ERR_INVALID_PARAM for a null record. */
+PM_API uint32_t pm_parse_cmi_system_default_config_res_payload(const void *payload, pm_system_default_config_t *record);
+
+PM_END_DECLS
+
+#endif
