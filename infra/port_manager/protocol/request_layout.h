@@ -7,8 +7,8 @@
 
 namespace pm {
 
-// A request for port information, full or brief: this header; in mode 0 `range_count` ranges follow, a pair of
-// interface indexes each.
+// A request for port information, full or brief, or for configurations, pm_get_port_info_req_t: this header; in mode 0
+// `range_count` ranges follow, a pair of interface indexes each.
 struct port_info_request_header {
     uint8_t mode;
     uint32_t selector1;

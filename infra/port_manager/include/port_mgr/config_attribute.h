@@ -1,8 +1,8 @@
 /* SPDX-License-Identifier: Apache-2.0 */
 /* config_attribute.h: the attributes of a port that can be configured, and the element that carries one.
  *
- * An attribute is a number and a value. The library knows the width and the byte order of every attribute's value;
- * the services know what it means. Six kinds of values exist:
+ * An attribute is a number and a value. The library knows the width and the byte order of the values of those numbers
+ * that are attributes; the services know what they mean. Six kinds of values exist:
  *
  *     kind      bytes  in an element   in host memory
  *     byte      1                      one unsigned byte
@@ -22,7 +22,7 @@ PM_BEGIN_DECLS
 /* The attributes that the port manager implements: kind, unit, values. */
 #define PM_ATTR_ADMIN_STATE 1u           /* byte: 1 up, 2 down */
 #define PM_ATTR_PORT_MODE 2u             /* word: one bit a mode, as in admin_mode of pm_port_info_t */
-#define PM_ATTR_SPEED 3u                 /* word, Mbit/s: 0, 1, 2 and 110 are automatic with a ceiling */
+#define PM_ATTR_SPEED 3u                 /* word, Mbit/s: 0 is automatic; 1, 2 and 110 are, with a ceiling */
 #define PM_ATTR_TRUNK_MODE 4u            /* byte: 1 off, 2 on, 3 auto */
 #define PM_ATTR_BEACON_MODE 5u           /* byte: 1 on, 2 off */
 #define PM_ATTR_DESCRIPTION 6u           /* text of at most 80 characters, NUL-terminated */
@@ -62,8 +62,8 @@ PM_STATIC_ASSERT(sizeof(pm_cfg_tlv_t) == 2 + PM_CFG_VALUE_SIZE, "pm_cfg_tlv_t ha
  * value    the value in host memory, as wide as the kind says, at any address; not null
  *
  * Returns 0, or PM_ERR_TLV for a number that has no kind, after a line on standard output and an assertion report; then
- * type and length are written and the value is not. Null pointers leave an assertion report and are used all the same.
- * Thread-safe. */
+ * type and length are written and the value is not. Null pointers leave an assertion report, and what has to be written
+ * is written all the same. Thread-safe. */
 PM_API uint32_t pm_encode_tlv(pm_cfg_tlv_t *element, uint8_t type, uint8_t length, const void *value);
 
 /* Reads an element. Fewer attributes can be read than written:

@@ -1,8 +1,10 @@
 /* SPDX-License-Identifier: Apache-2.0 */
 /* port_config.h: changes the configuration of interfaces, and reads it.
  *
- * The requests travel over CMI; every function waits for its answer. An answer that cannot hold what it says is
- * PM_ERR_INVALID_PARAM. A handle belongs to one thread at a time; apart from that, all are thread-safe. */
+ * The functions that take a handle ask over CMI and wait for the answer. An answer that cannot hold what it counts
+ * comes to its status or, when that is 0, to PM_ERR_INVALID_PARAM. A failed allocation is named in two lines on
+ * standard output, and an interface whose type cannot be told in one. A handle belongs to one thread at a time; apart
+ * from that, all are thread-safe. */
 #ifndef PORT_MGR_PORT_CONFIG_H
 #define PORT_MGR_PORT_CONFIG_H
 
@@ -12,35 +14,43 @@
 
 PM_BEGIN_DECLS
 
-/* How a configuration is asked for. */
-#define PM_CONFIG_GET_FROM_OWNER 1u /* of the service that owns the first interface */
-#define PM_CONFIG_GET_BY_MEMBER 2u  /* a port channel's of the service that owns one of its members */
+/* Whom a configuration is asked of: the service that owns the first interface, and the Ethernet channel service when
+ * that is of type 22. */
+#define PM_CONFIG_GET_FROM_OWNER 1u
+/* The same, but a port channel's of the service that owns one of its members. The Ethernet channel service is asked
+ * when that is not told, and for sub-interfaces of port channels. */
+#define PM_CONFIG_GET_BY_MEMBER 2u
 
 /* Sets one attribute of ranges of interfaces.
  *
  * Where the request goes depends on the type of the first interface, on the attribute and on the chassis.
  * Interfaces of type 26, and on chassis of types 10 and 11 also port channels, take their Ethernet attributes from the
- * Ethernet channel service; attributes that nothing can be done about send nothing and succeed. Most attributes of a
- * sub-interface of a port channel that its service does not take are refused with PM_ERR_FAILURE and a line on
- * standard output, and so is its port mode.
+ * Ethernet channel service, and other attributes of these channels are sent nowhere: 0 with null entries says that
+ * nothing was asked. The attributes 2, 4 and 44 of a sub-interface of a port channel are refused with PM_ERR_FAILURE
+ * and a line on standard output; on chassis of types 10 and 11 that is said after they were sent, with entries.
  *
  * handle       the caller's queue
  * first_text   who makes the change, or null. At most 59 characters travel; 39 when there is a second text
- * second_text  from where, or null. At most 40 characters travel
- * range_count  not 0
+ * second_text  from where, or null. At most 40 characters travel; 40 of them without a NUL
+ * range_count  1 to 65535: no more can be counted in the request
  * ranges       in host order, not null
  * type         the attribute, one that pm_encode_tlv can write
- * length       the width of its value
- * value        the value in host memory, as for pm_encode_tlv
+ * length       the width of its value, which is how much of it travels
+ * value        the value in host memory, as wide as its kind whatever the length says; not null
  * count        out, not null: the number of entries
  * entries      out, not null: what became of each interface, in one block that the caller frees once. Null when no
- *              service gave results, and empty (to be freed all the same) when one gave none
+ *              service gave results, or there was no memory for them; empty, and to be freed all the same, when one
+ *              gave none
  * last         the longest wait in seconds; 0 for the transport's own limit
  *
- * Returns 0; PM_ERR_FAILURE with the outputs untouched for a null or missing argument; the status of the encoder; the
- * service's status, with entries where it sent some; the transport's status; or 1 when memory ran out. The outputs are
- * cleared before anything is sent. After a failure of the transport the entries are not the caller's: do not read or
- * free them. */
+ * Returns 0; PM_ERR_FAILURE with the outputs untouched for a null or missing argument; the status of the encoder, after
+ * its line, its assertion report and another line; the service's status, with entries where it sent some; the
+ * transport's status; or 1 when memory ran out, which may be after the change was made: then the count is that of the
+ * answer. The outputs are cleared before anything is sent.
+ *
+ * Two services are asked one after the other only when the type of the interface or of the chassis changes during the
+ * call. The results of the first are released then, and a failure of the transport at the second leaves the entries
+ * pointing there: after a failure of the transport the entries are not the caller's to read or free. */
 PM_API uint32_t pm_cmi_set_port_config(mts_handle_t handle, const char *first_text, const char *second_text,
                                        uint32_t range_count, const pm_if_index_range_t *ranges, uint8_t type,
                                        uint8_t length, const void *value, uint32_t *count,
@@ -56,8 +66,8 @@ PM_API uint32_t pm_cmi_set_port_config(mts_handle_t handle, const char *first_te
  * records      out, not null: the records, one block that the caller frees once; null when there are none
  * last         the longest wait in seconds; 0 for the transport's own limit
  *
- * Returns 0; PM_ERR_FAILURE with the outputs untouched for a null or missing argument; otherwise with the outputs
- * cleared what pm_parse_get_port_info_res_payload returns, the transport's status, or 1 when memory ran out. */
+ * Returns 0; PM_ERR_FAILURE with the outputs untouched for a null or missing argument; otherwise, with the outputs
+ * cleared, what pm_parse_get_port_info_res_payload returns, the transport's status, or 1 when memory ran out. */
 PM_API uint32_t pm_cmi_get_port_config(mts_handle_t handle, uint32_t kind, uint32_t range_count,
                                        const pm_if_index_range_t *ranges, uint32_t *count, pm_port_info_t **records,
                                        uint32_t last);

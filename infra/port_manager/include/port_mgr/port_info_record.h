@@ -13,7 +13,7 @@ typedef struct PM_PACKED pm_port_info {
     if_index_t if_index;                /* the port's interface index */
     uint32_t admin_mode;                /* configured port mode: one bit a mode, or a mask of several */
     char description[81];               /* text; one that fills all 81 bytes has no terminating NUL */
-    uint32_t admin_speed;               /* configured speed in Mbit/s; 0, 1, 2 and 110 are automatic with a ceiling */
+    uint32_t admin_speed;               /* configured speed in Mbit/s; 0 automatic; 1, 2, 110 too, with a ceiling */
     uint8_t admin_state;                /* configured state: 1 up, 2 down */
     uint32_t oper_mode;                 /* port mode in operation, one bit a mode */
     uint16_t flowctrl_receive;          /* * receive flow control: 1 and 2 on, 4 and 8 desired, else off */

@@ -2,8 +2,9 @@
 /* sub_interface_config.h: creates and deletes sub-interfaces, the numbered children of a main interface.
  *
  * A request names, for each main interface, a set of sub-interface numbers. It goes to the Ethernet channel service
- * over CMI; the functions that send wait for the answer. A handle belongs to one thread at a time; apart from that,
- * all are thread-safe unless they say otherwise. */
+ * over CMI; the functions that send wait for the answer. The records here are not packed: their members fall into place
+ * on four bytes, and so must the records. A handle belongs to one thread at a time; apart from that, all are
+ * thread-safe unless they say otherwise. */
 #ifndef PORT_MGR_SUB_INTERFACE_CONFIG_H
 #define PORT_MGR_SUB_INTERFACE_CONFIG_H
 
@@ -61,8 +62,10 @@ PM_STATIC_ASSERT(sizeof(pm_snmp_sub_intf_t) == 528, "pm_snmp_sub_intf_t is 528 b
  * flag       nonzero to create, 0 to delete
  * mask_low   the kinds of interfaces in the ranges: must have one of PM_IF_KINDS_WITH_SUB_INTF
  * mask_high  the upper half of the mask; only printed
- * ranges     the sub-interfaces. The first of a range decides its main interface and its type, which must be 2, 4, 22
- *            or 26; of the last only the number counts, and it must not be below the first's
+ * ranges     the sub-interfaces, none for a request without entries. The first of a range decides its main interface
+ *            and its type, which must be 2, 4, 22 or 26; of the last only the number counts, and it must not be below
+ *            the first's. Ranges of the main interface that was named first share an entry, every other range gets its
+ *            own
  * last       the longest wait in seconds; 0 for the transport's own limit
  *
  * Returns the service's status; before anything is sent PM_ERR_FAILURE for null ranges, PM_ERR_REJECTED for a mask
@@ -84,7 +87,7 @@ PM_API uint32_t pm_snmp_config_sub_interface(mts_handle_t handle, const pm_snmp_
 /* Sends a finished request.
  *
  * handle   the caller's queue
- * payload  a pm_config_sub_intf_req_t in network order
+ * payload  a pm_config_sub_intf_req_t in network order, its bit sets as they lie in memory; not null
  * length   its bytes
  * last     the longest wait in seconds; 0 for the transport's own limit
  *
@@ -92,7 +95,7 @@ PM_API uint32_t pm_snmp_config_sub_interface(mts_handle_t handle, const pm_snmp_
  * too short to hold a status. */
 PM_API uint32_t pm_cmi_config_sub_interface(mts_handle_t handle, const void *payload, uint32_t length, uint32_t last);
 
-/* The status that an answer of at least 8 bytes holds; PM_ERR_NO_PAYLOAD for null. */
+/* The status that an answer of at least 8 bytes holds, in host order; PM_ERR_NO_PAYLOAD for null. */
 PM_API uint32_t pm_cmi_parse_config_sub_intf_resp(const void *response);
 
 /* Finds the entry of a main interface in a request under construction, or adds one. Only the first entry is ever
@@ -107,7 +110,7 @@ PM_API uint32_t pm_cmi_parse_config_sub_intf_resp(const void *response);
 PM_API uint32_t pm_get_index_for_intf_in_config_sub_intf_payload(pm_config_sub_intf_req_t *payload, if_index_t main,
                                                                  uint32_t max_entries, uint32_t *index);
 
-/* 1 when none of the reserved sub-interface numbers 0, 1, 4094 and 4095 is in the set, else 0.
+/* 1 when none of the reserved sub-interface numbers 0, 1, 4094 and 4095 is in the set, which is not null; else 0.
  *
  * Not for several threads at once: all calls share the position of their search, so two at once may answer wrongly. */
 PM_API int32_t pm_check_is_valid_sub_intf_bitset(const bitset_t *sub_interfaces);

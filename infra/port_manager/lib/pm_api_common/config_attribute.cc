@@ -48,9 +48,10 @@ uint32_t pm_encode_tlv(pm_cfg_tlv_t *element, uint8_t type, uint8_t length, cons
 }
 
 uint32_t pm_decode_tlv(const pm_cfg_tlv_t *element, uint8_t *type, uint8_t *length, void *value) {
-    *type = element->type;
+    const uint8_t attribute = element->type;
+    *type = attribute;
     *length = element->length;
-    const value_kind kind = pm::read_kind(*type);
+    const value_kind kind = pm::read_kind(attribute);
     if (kind == value_kind::none) return PM_ERR_TLV;
     copy_value(kind, value, element->value);
     return 0;

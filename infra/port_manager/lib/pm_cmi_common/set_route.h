@@ -2,7 +2,7 @@
 // set_route.h: where a set request goes.
 //
 // An interface may have two owners: the Ethernet channel service for what is Ethernet about it, and a service of its
-// own. So a set may be sent twice: first to the Ethernet channel service, then to the interface's own.
+// own. The first is asked first; whether the second is asked, too, is judged again after that.
 //
 //     first interface                 first to 175                     then
 //     type 5                          never                            to 179
@@ -12,8 +12,8 @@
 //     types 4 and 22 elsewhere        never                            where the attribute belongs, else to its owner
 //     any other                       never                            to its owner
 //
-// Attributes 51 and 52 are only ever sent first, except for type 5. What is done with after the first step, or has
-// none, sends nothing more and is no failure.
+// Attributes 51 and 52 are only ever sent first, except for type 5. Before the second step a sub-interface of a port
+// channel refuses what does not belong to 175, and its port mode. To send nothing is no failure.
 #ifndef PM_CMI_COMMON_SET_ROUTE_H
 #define PM_CMI_COMMON_SET_ROUTE_H
 
