@@ -5,16 +5,20 @@
  *
  * Results      Functions return a 32-bit status: 0 for success, one of the PM_ERR_... codes of status.h, 1 when
  *              memory ran out, a system error number of the message transport, what CMI tells of a request that
- *              had no answer, or a nonzero status that a service answered with, passed on as it stands. Exceptions say
- * so where they are declared. Outputs      An output is written only as its function says; on failure it stays
- * untouched unless the function says otherwise. Ownership    Every array or record that a function allocates for its
- * caller is one malloc block: free it once, with free. A response message belongs to the caller from the moment it is
- * received: release it with mts_drop, after parsing. The library keeps no reference to memory of its caller's. Byte
- * order   Arguments and records are in host order. Members that keep the four bytes of the wire as they came say
- * "network order". Records      Byte-packed: members follow one another without padding, so multi-byte members may be
- * unaligned. Headers whose records are not say so. Threads      The library starts no thread, takes no lock and
- * installs no signal handler. Everything may be called on several threads at once, with two exceptions: the texts of
- * unknown values share one buffer (port_strings.h), and the check of a set of sub-interface numbers its position
+ *              had no answer, or a nonzero status that a service answered with, passed on as it stands.
+ *              Exceptions say so where they are declared.
+ * Outputs      An output is written only as its function says; on failure it stays untouched unless the function
+ *              says otherwise.
+ * Ownership    Every array or record that a function allocates for its caller is one malloc block: free it once,
+ *              with free. A response message belongs to the caller from the moment it is received: release it with
+ *              mts_drop, after parsing. The library keeps no reference to memory of its caller's.
+ * Byte order   Arguments and records are in host order. Members that keep the four bytes of the wire as they came
+ *              say "network order".
+ * Records      Byte-packed: members follow one another without padding, so multi-byte members may be unaligned.
+ *              Headers whose records are not say so.
+ * Threads      The library starts no thread, takes no lock and installs no signal handler. Everything may be called
+ *              on several threads at once, with two exceptions: the texts of unknown values share one buffer
+ *              (port_strings.h), and the check of a set of sub-interface numbers its position
  *              (sub_interface_config.h). An MTS handle belongs to one thread at a time.
  * Diagnostics  Lines on standard output, most of them begun by the name of the function that reports. Functions that
  *              say so leave an assertion report in /log/assert-backtrace, as long as there is a /log and room in the
