@@ -60,6 +60,17 @@ int32_t if_index_get_port(if_index_t if_index, uint8_t *port) {
     return support::get(__func__, if_index, if_index >> 8, active->without_port, port);
 }
 
+int32_t if_index_get_sub_intf(if_index_t if_index, uint16_t *sub_intf) {
+    return support::get(__func__, if_index, if_index & 0xfff, active->without_sub_interface, sub_intf,
+                        active->special_sub_interfaces);
+}
+
+if_index_t if_index_get_mainintf_from_subintf(if_index_t if_index) {
+    support::call_log::add(fmt::format("{}({:#010x})", __func__, if_index));
+    const auto found = active->special_mains.find(if_index);
+    return found != active->special_mains.end() ? found->second : if_index & ~0xfffU;
+}
+
 int32_t if_index_phy_eth_get_sub_intf(if_index_t if_index, uint16_t *sub_intf) {
     return support::get(__func__, if_index, if_index & 0xff, active->without_sub_interface, sub_intf,
                         active->special_sub_interfaces);

@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 // fake_interface_numbers.h: the numbers in interface indexes, and the indexes that are built from numbers. Below the
 // type, an index is a slot, a port and a sub-interface of one byte each; the number of a channel or a tunnel takes the
-// two lowest bytes, the subtype of a channel the one above them.
+// two lowest bytes, the subtype of a channel the one above them. Where sub-interfaces of every type are told, they take
+// the 12 lowest bits.
 #ifndef SUPPORT_FAKE_INTERFACE_NUMBERS_H
 #define SUPPORT_FAKE_INTERFACE_NUMBERS_H
 
@@ -31,6 +32,9 @@ class fake_interface_numbers {
     std::set<if_index_t> without_channel;
     std::set<if_index_t> without_subtype;
     std::set<if_index_t> without_tunnel;
+
+    // Indexes of another main interface than the one with sub-interface 0.
+    std::map<if_index_t, if_index_t> special_mains;
 
     // Indexes that cannot be built.
     std::set<if_index_t> unbuildable;

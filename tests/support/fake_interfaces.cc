@@ -18,6 +18,14 @@ namespace {
 fake_interfaces *active = nullptr;
 static_assert(std::endian::native == std::endian::little);
 
+template <typename Value>
+int32_t next_look(std::deque<scripted_look<Value>> &looks, Value *out) {
+    const scripted_look<Value> look = looks.front();
+    looks.pop_front();
+    if (look.value) *out = *look.value;
+    return look.result;
+}
+
 }  // namespace
 
 fake_interfaces::fake_interfaces() { active = this; }
@@ -31,6 +39,7 @@ using support::call_log::add;
 
 int32_t if_index_get_type(if_index_t if_index, uint8_t *type) {
     add(fmt::format("if_index_get_type({:#010x})", if_index));
+    if (!active->type_looks.empty()) return support::next_look(active->type_looks, type);
     const bool fails = active->without_type.contains(if_index);
     if (fails && !active->stores_untold_types) return active->without_type_result;
     const auto special = active->special_types.find(if_index);
@@ -64,6 +73,7 @@ int32_t sprintf_if_index(char *text, if_index_t if_index) {
 
 int32_t pdb_get_chassis_type(uint32_t *type) {
     add(fmt::format("pdb_get_chassis_type({})", *type));
+    if (!active->chassis_looks.empty()) return support::next_look(active->chassis_looks, type);
     if (active->chassis_type) *type = *active->chassis_type;
     return active->chassis_result;
 }

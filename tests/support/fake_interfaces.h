@@ -3,6 +3,7 @@
 #ifndef SUPPORT_FAKE_INTERFACES_H
 #define SUPPORT_FAKE_INTERFACES_H
 
+#include <deque>
 #include <map>
 #include <optional>
 #include <set>
@@ -10,6 +11,13 @@
 #include "platform/types.h"
 
 namespace support {
+
+// What one look-up returns, and stores when there is something to store.
+template <typename Value>
+struct scripted_look {
+    int32_t result = 0;
+    std::optional<Value> value;
+};
 
 class fake_interfaces {
   public:
@@ -28,6 +36,9 @@ class fake_interfaces {
     // Whether the look-up that fails stores a type all the same, so that nothing but its result tells.
     bool stores_untold_types = false;
 
+    // Look-ups of types that come before all this, in order, whatever their index.
+    std::deque<scripted_look<uint8_t>> type_looks;
+
     // Sub-interfaces of port channels.
     std::set<if_index_t> channel_sub_interfaces;
 
@@ -40,6 +51,9 @@ class fake_interfaces {
     // What pdb_get_chassis_type returns, and stores when there is something to store.
     int32_t chassis_result = 0;
     std::optional<uint32_t> chassis_type = 1;
+
+    // Look-ups of the chassis type that come before that, in order.
+    std::deque<scripted_look<uint32_t>> chassis_looks;
 
     // What pcmap_get_port_channel returns, and the record's number of members and first member.
     int32_t map_result = 0;

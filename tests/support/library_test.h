@@ -33,6 +33,8 @@ class library_test : public testing::Test {
         EXPECT_THAT(assertions.take(), testing::IsEmpty());
         EXPECT_EQ(heap.live_blocks(), 0);
         EXPECT_THAT(loader.open_libraries, testing::IsEmpty());
+        EXPECT_EQ(interfaces.type_looks.size(), 0U) << "look-ups of types that were not made";
+        EXPECT_EQ(interfaces.chassis_looks.size(), 0U) << "look-ups of the chassis type that were not made";
         transport.verify();
     }
 
