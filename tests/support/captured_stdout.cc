@@ -5,10 +5,13 @@
 #include <sys/mman.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cstdio>
 
 namespace support {
 namespace {
+
+constexpr size_t longest_after_failure = 200;
 
 std::string read_from(int file, size_t offset) {
     std::string text;
@@ -37,8 +40,10 @@ captured_stdout::~captured_stdout() {
 
 std::string captured_stdout::take() {
     std::fflush(stdout);
-    const std::string text = read_from(file_, taken_);
+    std::string text = read_from(file_, taken_);
     taken_ += text.size();
+    // The report of a failure is in here, too. Whole, it would be part of the next one, which would grow without end.
+    if (testing::Test::HasFailure()) text.resize(std::min(text.size(), longest_after_failure));
     return text;
 }
 

@@ -111,7 +111,8 @@ int32_t fake_transport::release(mts_msg_t *message) {
     return result;
 }
 
-uint32_t fake_transport::query(void **response, uint32_t *length) {
+uint32_t fake_transport::query(const void *request, void **response, uint32_t *length) {
+    query_places_.push_back(request);
     const transport_step step = take(transport_step::call::query, "cmi_req_resp");
     if (step.answer) {
         *response = answer_ = std::malloc(step.answer->size());
@@ -192,5 +193,5 @@ uint32_t cmi_req_resp(uint32_t opcode, uint32_t kind, const void *request, void 
     EXPECT_EQ(*response, nullptr);
     add(fmt::format("cmi_req_resp({}, {}, {}, {}, {}, {}, {}, {:#x}, {})", opcode, kind,
                     support::shown(request, *length), *length, sixth, seventh, sap, handle, last));
-    return active->query(response, length);
+    return active->query(request, response, length);
 }

@@ -9,6 +9,7 @@
 #include <map>
 #include <memory>
 #include <optional>
+#include <vector>
 
 #include "fake_heap.h"
 #include "guarded_bytes.h"
@@ -40,6 +41,9 @@ class fake_transport {
     void will_drop(int32_t result = 0, uint32_t error = 0);
     void will_answer_query(uint32_t result, std::optional<bytes> answer, std::optional<uint32_t> length = {});
 
+    // Where the requests of the queries lay, in order.
+    [[nodiscard]] const std::vector<const void *> &query_places() const { return query_places_; }
+
     // Frees the latest answer to a query, which the library left alone.
     void free_answer();
 
@@ -62,7 +66,7 @@ class fake_transport {
     int32_t send(mts_msg_t *request);
     int32_t receive(mts_msg_t *response);
     int32_t release(mts_msg_t *message);
-    uint32_t query(void **response, uint32_t *length);
+    uint32_t query(const void *request, void **response, uint32_t *length);
     [[nodiscard]] uint32_t error() const { return error_; }
 
     struct live_message {
@@ -82,6 +86,7 @@ class fake_transport {
     uint32_t next_id_ = first_token;
     uint32_t error_ = 0;
     void *answer_ = nullptr;
+    std::vector<const void *> query_places_;
 };
 
 }  // namespace support

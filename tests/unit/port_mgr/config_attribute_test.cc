@@ -218,6 +218,15 @@ TEST_F(config_attribute, is_read_from_and_to_any_address) {
     }
 }
 
+TEST_F(config_attribute, is_read_by_its_own_number_when_both_outputs_are_one_byte) {
+    const guarded_bytes element(element_of(7, 2));
+    uint8_t both = 0;
+    uint16_t value = 0;
+    EXPECT_EQ(pm_decode_tlv(element_at(element.data()), &both, &both, &value), 0U);
+    EXPECT_EQ(both, 2);
+    EXPECT_EQ(hex(&value, sizeof value), hex(host_value(7)));
+}
+
 TEST_F(config_attribute, that_cannot_be_read_is_refused_silently_and_named) {
     for (uint32_t type = 0; type < 256; ++type) {
         if (!is_read(type)) expect_unread(static_cast<uint8_t>(type));

@@ -121,6 +121,15 @@ TEST_F(changing_chassis, makes_two_exchanges_and_frees_the_entries_of_the_first)
     expect_entries({9});
 }
 
+TEST_F(changing_chassis, sends_a_block_of_its_own_each_time) {
+    chassis_changes_after_the_first_pass();
+    transport.will_answer_query(0, set_answer(0, {}));
+    transport.will_answer_query(0, set_answer(0, {}));
+    EXPECT_EQ(set(arguments(4)), 0U);
+    ASSERT_EQ(transport.query_places().size(), 2U);
+    EXPECT_NE(transport.query_places()[0], transport.query_places()[1]);
+}
+
 TEST_F(changing_chassis, has_the_status_of_the_second_exchange) {
     chassis_changes_after_the_first_pass();
     transport.will_answer_query(0, set_answer(0, {index, 8}));
@@ -247,6 +256,14 @@ TEST_F(changing_type, makes_one_exchange_on_chassis_of_types_10_and_11) {
     EXPECT_THAT(exchanges(), ElementsAre(sent_to(175, 3)));
     EXPECT_EQ(output.take(), "pm_get_mts_sap: if_index_get_type failed\n");
     expect_entries({index, 8});
+}
+
+TEST_F(set_route_test, of_type_5_stays_with_its_service_when_the_type_is_lost_on_the_way) {
+    index = 0x05000000;
+    interfaces.type_looks = {{0, 5}, {-1, std::nullopt}};
+    EXPECT_EQ(set_answered(arguments(3)), 0U);
+    EXPECT_THAT(exchanges(), ElementsAre(sent_to(179, 3)));
+    EXPECT_EQ(output.take(), "pm_get_mts_sap: if_index_get_type failed\n");
 }
 
 }  // namespace

@@ -136,6 +136,16 @@ TEST_F(port_config_set, reads_no_text_beyond_its_end) {
     EXPECT_THAT(support::call_log::take(), testing::Contains(to_port_manager(request)));
 }
 
+TEST_F(port_config_set, reads_no_second_text_beyond_its_field) {
+    const guarded_bytes second(bytes(40, 'z'));
+    transport.will_answer_query(0, set_answer(0, {}));
+    EXPECT_EQ(pm_cmi_set_port_config(handle, "a", reinterpret_cast<char *>(second.data()), 1, &one_range, 1, 1, "x",
+                                     &out.count, &out.records, unit::wait),
+              0U);
+    const bytes request = payload().u8('a').fill(59, 0).fill(40, 'z').append({0, 1, 1, 2, 3, 4, 1, 2, 5, 6, 1, 1, 'x'});
+    EXPECT_THAT(support::call_log::take(), testing::Contains(to_port_manager(request)));
+}
+
 TEST_F(port_config_set, counts_a_missing_first_text_as_empty) {
     EXPECT_EQ(set_answered({.second = std::string(50, 'z'), .type = 5}), 0U);
     const bytes request = payload().fill(60, 0).fill(40, 'z').append({0, 1, 1, 2, 3, 4, 1, 2, 5, 6, 5, 1, 0x21});
