@@ -79,6 +79,17 @@ inline calls blocks_and_exchanges(const calls &log) {
 
 class set_test : public parse_test<pm_set_port_result_t> {
   protected:
+    void TearDown() override {
+        release();
+        parse_test::TearDown();
+    }
+
+    // Frees the entries, unless the library has done so, and makes the outputs as new.
+    void release() {
+        if (heap.is_live(out.records)) out.release();
+        out = {};
+    }
+
     uint32_t set(const set_arguments &arguments) {
         const support::guarded_bytes value(host_value(arguments.type));
         return pm_cmi_set_port_config(handle, pointer_to(arguments.first), pointer_to(arguments.second),
@@ -89,7 +100,7 @@ class set_test : public parse_test<pm_set_port_result_t> {
     // A set that is answered without entries.
     uint32_t set_answered(const set_arguments &arguments) {
         transport.will_answer_query(0, set_answer(0, {}));
-        out.release();
+        release();
         return set(arguments);
     }
 

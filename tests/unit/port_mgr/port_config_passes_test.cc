@@ -82,7 +82,7 @@ TEST_F(first_pass, of_what_is_refused_afterwards_leaves_its_entries) {
         EXPECT_EQ(output.take(), refusal);
         EXPECT_THAT(exchanges(), ElementsAre(sent_to(175, attribute)));
         expect_entries({index, 8});
-        out.release();
+        release();
     }
 }
 
@@ -203,7 +203,7 @@ TEST_F(changing_chassis, makes_one_exchange_for_attributes_of_ethernet_channels)
         EXPECT_EQ(set(arguments(attribute)), 5U);
         EXPECT_THAT(exchanges(), ElementsAre(sent_to(175, attribute)));
         expect_entries({index});
-        out.release();
+        release();
     }
 }
 
@@ -212,7 +212,7 @@ TEST_F(changing_chassis, makes_no_first_exchange_when_the_second_look_shows_type
         chassis_is({10, type, 1, 1});
         EXPECT_EQ(set_answered(arguments(4)), 0U);
         EXPECT_THAT(exchanges(), ElementsAre(sent_to(43, 4)));
-        out.release();
+        release();
         chassis_is({11, type, 1, 11});
         EXPECT_EQ(set(arguments(4)), 0U);
         EXPECT_THAT(exchanges(), testing::IsEmpty());

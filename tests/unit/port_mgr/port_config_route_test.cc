@@ -79,7 +79,7 @@ class every_route : public set_route_test, public testing::WithParamInterface<ui
             } else {
                 expect_nowhere(attribute);
             }
-            out.release();
+            release();
         }
         if (!HasFailure()) {
             EXPECT_EQ(output.take(), expected_output);

@@ -298,8 +298,7 @@ TEST_F(port_config_set, without_a_value_leaves_the_report_to_the_encoder) {
 class set_result : public port_config_set {
   protected:
     uint32_t set_answered_with(const support::bytes &content) {
-        out.release();
-        out = {};
+        release();
         transport.will_answer_query(0, content);
         const uint32_t status = set({.type = 1});
         EXPECT_EQ(heap.live_blocks(), out.records != nullptr ? 1 : 0);
