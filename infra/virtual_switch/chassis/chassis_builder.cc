@@ -5,8 +5,8 @@
 #include <array>
 
 #include "chassis/module_kind.h"
+#include "chassis/port_settings.h"
 #include "platform_dev/if_index_dev.h"
-#include "platform_dev/mts_dev.h"
 
 namespace virtual_switch {
 namespace {
@@ -14,9 +14,6 @@ namespace {
 constexpr size_t longest_name = 64;
 constexpr uint32_t most_slots = 32;
 constexpr number_range chassis_types{1, 0xffff};
-
-// Interfaces of the supervisor's own, and the channels, live in no slot.
-constexpr port_place on_supervisor{MTS_NODE_SUPERVISOR, 0, 0};
 
 struct supervisor_kind {
     uint8_t type;
@@ -27,8 +24,6 @@ constexpr std::array supervisor_kinds{
     supervisor_kind{IF_TYPE_LOOPBACK, port_kind::loopback},
     supervisor_kind{IF_TYPE_OTHER, port_kind::other},
 };
-
-bool is_sub_interface(if_index_t if_index) { return if_index_get_mainintf_from_subintf(if_index) != if_index; }
 
 // FCIP tunnels may join Fibre Channel ports in one channel.
 port_kind channel_kind_for(port_kind member) {
@@ -45,14 +40,14 @@ std::string quoted_name(if_index_t if_index) { return std::string("'").append(na
 }  // namespace
 
 void chassis_builder::set_chassis(const document_value &value) {
-    const section from("chassis", value, {"name", "type", "slots"}, settings_allowed::no);
+    const section from("chassis", value, {"name", "type", "slots"});
     model_.name = from.text("name", longest_name);
     model_.chassis_type = from.number("type", chassis_types);
     model_.slot_count = static_cast<uint8_t>(from.number("slots", {1, most_slots}));
 }
 
 void chassis_builder::add_module(const document_value &value) {
-    const section from("module", value, {"slot", "kind", "ports", "card_type"}, settings_allowed::yes);
+    const section from("module", value, {"slot", "kind", "ports", "card_type"}, port_setting_keys());
     const auto slot = static_cast<uint8_t>(from.number("slot", {1, model_.slot_count}) - 1);
     const module_kind &kind = module_kinds.at(from.word("kind", module_kind_words));
     const auto ports = static_cast<uint8_t>(from.number("ports", {1, kind.most_ports}));
@@ -68,7 +63,7 @@ void chassis_builder::add_module(const document_value &value) {
 }
 
 void chassis_builder::add_interfaces(const document_value &value) {
-    const section from("interface", value, {"name"}, settings_allowed::yes);
+    const section from("interface", value, {"name"}, port_setting_keys());
     for (const if_index_t if_index : from.interfaces("name")) {
         const auto *const found = std::find_if(supervisor_kinds.begin(), supervisor_kinds.end(),
                                                [&](const auto &kind) { return kind.type == type_of(if_index); });
@@ -80,7 +75,7 @@ void chassis_builder::add_interfaces(const document_value &value) {
 }
 
 void chassis_builder::add_fcip(const document_value &value) {
-    const section from("fcip", value, {"name", "slot", "port"}, settings_allowed::yes);
+    const section from("fcip", value, {"name", "slot", "port"}, port_setting_keys());
     const auto slot = static_cast<uint8_t>(from.number("slot", {1, model_.slot_count}) - 1);
     const auto module = model_.line_cards.find(slot);
     if (module == model_.line_cards.end() || module->second.kind != port_kind::ips) {
@@ -95,7 +90,7 @@ void chassis_builder::add_fcip(const document_value &value) {
 }
 
 void chassis_builder::add_port_channel(const document_value &value) {
-    const section from("port_channel", value, {"name", "members"}, settings_allowed::yes);
+    const section from("port_channel", value, {"name", "members"}, port_setting_keys());
     const std::vector<if_index_t> channels = from.interfaces("name");
     const if_index_t channel = channels.front();
     if (channels.size() != 1 || !is_port_channel(channel) || is_sub_interface(channel)) {
@@ -126,7 +121,7 @@ void chassis_builder::add_member(const section &from, if_index_t channel, if_ind
 }
 
 void chassis_builder::add_sub_interfaces(const document_value &value) {
-    const section from("sub_interface", value, {"name"}, settings_allowed::yes);
+    const section from("sub_interface", value, {"name"}, port_setting_keys());
     for (const if_index_t if_index : from.interfaces("name")) {
         check_sub_interface(from, if_index);
         const port_place place = model_.find(if_index_get_mainintf_from_subintf(if_index))->place;
@@ -139,13 +134,13 @@ void chassis_builder::check_sub_interface(const section &from, if_index_t if_ind
     const if_index_t main = if_index_get_mainintf_from_subintf(if_index);
     const port *const found = model_.find(main);
     if (found == nullptr) from.fail("name", why_missing(main));
-    if (found->kind == port_kind::fc_channel) {
+    if (!may_have_sub_interfaces(found->kind)) {
         from.fail("name", quoted_name(main) + " is no Ethernet channel and has no sub-interfaces");
     }
 }
 
 void chassis_builder::override_ports(const document_value &value) {
-    const section from("ports", value, {"name"}, settings_allowed::yes);
+    const section from("ports", value, {"name"}, port_setting_keys());
     for (const if_index_t if_index : from.interfaces("name")) {
         const auto found = model_.ports.find(if_index);
         if (found == model_.ports.end()) from.fail("name", why_missing(if_index));

@@ -46,6 +46,8 @@ bool is_port_channel(if_index_t if_index) {
     return type == IF_TYPE_PORT_CHANNEL || type == IF_TYPE_BUNDLE;
 }
 
+bool is_sub_interface(if_index_t if_index) { return if_index_get_mainintf_from_subintf(if_index) != if_index; }
+
 uint32_t line_card_node(uint8_t slot) { return ((slot + 1u) << 8 | 2u) & 0xff02u; }
 
 std::string name_of(if_index_t if_index) {

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "chassis/port_kind.h"
+#include "platform_dev/mts_dev.h"
 
 namespace virtual_switch {
 
@@ -17,6 +18,9 @@ struct port_place {
     uint8_t slot;
     uint8_t port_base;
 };
+
+// Interfaces of the supervisor's own, and the channels, live in no slot.
+inline constexpr port_place on_supervisor{MTS_NODE_SUPERVISOR, 0, 0};
 
 struct port {
     port_kind kind;
@@ -65,6 +69,8 @@ struct chassis_model {
 uint8_t type_of(if_index_t if_index);
 
 bool is_port_channel(if_index_t if_index);
+
+bool is_sub_interface(if_index_t if_index);
 
 // The node of the line card in `slot`, which is counted from 0.
 uint32_t line_card_node(uint8_t slot);

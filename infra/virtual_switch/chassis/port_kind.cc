@@ -8,8 +8,6 @@ namespace {
 
 constexpr uint8_t on = 1;
 constexpr uint8_t off = 2;
-constexpr uint8_t trunking_off = 1;
-constexpr uint8_t trunking_on = 2;
 
 constexpr uint8_t layer_fc = 1;
 constexpr uint8_t layer_ethernet = 2;
@@ -27,8 +25,8 @@ void set_fibre_channel(pm_port_info_t &info) {
     info.port_vsan = 1;
     info.rx_buf_size = 2112;
     info.mtu = 2112;
-    info.admin_trunk_mode = trunking_on;
-    info.oper_trunk_mode = trunking_off;
+    info.admin_trunk_mode = trunk_mode::on;
+    info.oper_trunk_mode = trunk_mode::off;
     info.encap = encap_normal;
 }
 
@@ -70,8 +68,8 @@ void set_wire(pm_port_info_t &info) {
 void set_ethernet_channel(pm_port_info_t &info) {
     set_wire(info);
     info.admin_mode = port_mode::trunk;
-    info.admin_trunk_mode = trunking_on;
-    info.oper_trunk_mode = trunking_on;
+    info.admin_trunk_mode = trunk_mode::on;
+    info.oper_trunk_mode = trunk_mode::on;
     info.native_vlan = 1;
     info.encap = encap_normal;
 }

@@ -4,6 +4,7 @@
 #define VIRTUAL_SWITCH_CHASSIS_PORT_KIND_H
 
 #include <bitset>
+#include <initializer_list>
 #include <string_view>
 
 #include "protocol/port_info_layout.h"
@@ -42,6 +43,12 @@ inline constexpr uint32_t ips = 0x200;
 inline constexpr uint32_t trunk = 0x100000;
 }  // namespace port_mode
 
+namespace trunk_mode {
+inline constexpr uint8_t off = 1;
+inline constexpr uint8_t on = 2;
+inline constexpr uint8_t automatic = 3;
+}  // namespace trunk_mode
+
 namespace reason {
 inline constexpr uint8_t none = 2;
 inline constexpr uint8_t error_disabled = 5;
@@ -73,6 +80,31 @@ struct port_kind_traits {
 };
 
 const port_kind_traits &traits_of(port_kind kind);
+
+// A set of kinds.
+class kind_set {
+  public:
+    constexpr kind_set(std::initializer_list<port_kind> kinds) {
+        for (const port_kind kind : kinds) bits_ |= bit_of(kind);
+    }
+    [[nodiscard]] constexpr bool contains(port_kind kind) const { return (bits_ & bit_of(kind)) != 0; }
+
+    // Every kind that is not in the set.
+    constexpr kind_set operator~() const {
+        kind_set others{};
+        others.bits_ = ~bits_;
+        return others;
+    }
+
+  private:
+    static constexpr uint32_t bit_of(port_kind kind) { return 1u << static_cast<uint8_t>(kind); }
+    uint32_t bits_ = 0;
+};
+
+// Whether interfaces of this kind can have sub-interfaces.
+constexpr bool may_have_sub_interfaces(port_kind kind) {
+    return kind_set{port_kind::ethernet, port_kind::ethernet_sfp, port_kind::ethernet_channel}.contains(kind);
+}
 
 // A record of this kind as it is before any setting: up, and with nothing derived yet.
 pm_port_info_t default_port_info(port_kind kind, if_index_t if_index);

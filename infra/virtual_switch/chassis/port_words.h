@@ -68,8 +68,10 @@ inline constexpr std::array reason_words{
     named_value{"modRemoved", 255},
 };
 
+inline constexpr std::array admin_state_words{named_value{"up", port_state::up}, named_value{"down", port_state::down}};
 inline constexpr std::array on_off_words{named_value{"on", 1}, named_value{"off", 2}};
-inline constexpr std::array trunk_words{named_value{"off", 1}, named_value{"on", 2}, named_value{"auto", 3}};
+inline constexpr std::array trunk_words{named_value{"off", trunk_mode::off}, named_value{"on", trunk_mode::on},
+                                        named_value{"auto", trunk_mode::automatic}};
 inline constexpr std::array duplex_words{named_value{"half", 1}, named_value{"full", 2}, named_value{"auto", 3}};
 inline constexpr std::array rate_words{named_value{"dedicated", 1}, named_value{"shared", 2}};
 inline constexpr std::array flow_control_words{named_value{"off", 0}, named_value{"on", 1}, named_value{"desired", 4}};

@@ -21,12 +21,10 @@ const document_table &table_of(const document_value &value, const std::string &n
 }  // namespace
 
 section::section(std::string name, const document_value &value, std::initializer_list<std::string_view> keys,
-                 settings_allowed settings)
+                 std::span<const std::string_view> settings)
     : name_(std::move(name)), line_(value.line), table_(table_of(value, name_)) {
     std::vector<std::string_view> known(keys);
-    if (settings == settings_allowed::yes) {
-        known.insert(known.end(), port_setting_keys().begin(), port_setting_keys().end());
-    }
+    known.insert(known.end(), settings.begin(), settings.end());
     for (const document_entry &entry : table_) {
         if (std::find(known.begin(), known.end(), entry.key) != known.end()) continue;
         throw chassis_error(entry.value.line, path(entry.key), "unknown key" + suggestion(entry.key, known));

@@ -4,6 +4,7 @@
 #define VIRTUAL_SWITCH_CHASSIS_SECTION_H
 
 #include <initializer_list>
+#include <span>
 
 #include "chassis/document.h"
 #include "chassis/model.h"
@@ -11,14 +12,12 @@
 
 namespace virtual_switch {
 
-enum class settings_allowed : bool { no, yes };
-
 // Refers to the document, which must outlive it. Everything throws chassis_error.
 class section {
   public:
-    // Checks that `value` is a table with no other keys than `keys` and, when allowed, the settings of ports.
+    // Checks that `value` is a table with no other keys than `keys` and `settings`.
     section(std::string name, const document_value &value, std::initializer_list<std::string_view> keys,
-            settings_allowed settings);
+            std::span<const std::string_view> settings = {});
 
     // Values that must be there.
     [[nodiscard]] uint32_t number(std::string_view key, number_range range) const;
