@@ -8,6 +8,7 @@
 #include <string>
 
 #include "chassis/chassis_file.h"
+#include "program_name.h"
 #include "switch_daemon.h"
 
 namespace {

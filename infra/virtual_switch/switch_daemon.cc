@@ -16,6 +16,7 @@
 #include "chassis/chassis_file.h"
 #include "chassis/publication.h"
 #include "platform_dev/mts_dev.h"
+#include "program_name.h"
 #include "service_notifier.h"
 #include "services/channel_member_service.h"
 #include "services/port_service.h"
@@ -46,14 +47,16 @@ void publish(platform_dev::chassis_publisher &publisher, const chassis_model &mo
 
 }  // namespace
 
-switch_daemon::switch_daemon(std::string chassis_file)
+switch_daemon::switch_daemon(std::string chassis_file) : switch_daemon(chassis_file, load_chassis(chassis_file)) {}
+
+switch_daemon::switch_daemon(std::string chassis_file, chassis_model chassis)
     : chassis_file_(std::move(chassis_file)),
       runtime_dir_(find_runtime_dir()),
-      model_(load_chassis(chassis_file_)),
       publisher_(open_publisher(runtime_dir_)),
+      state_(std::move(chassis), {},
+             {[this](const chassis_model &model) { publish(*publisher_, model); }, [](const configuration &) {}}),
       server_(mts_server_create()) {
     if (server_ == nullptr) fail("server");
-    publish(*publisher_, model_);
     take_signals();
     add_services();
 }
@@ -75,7 +78,7 @@ void switch_daemon::take_signals() {
 
 void switch_daemon::add_services() {
     const auto add = [this](uint32_t sap, mts_service_t service) {
-        if (mts_server_add_service(server_.get(), MTS_NODE_SUPERVISOR, sap, service, &model_) == 0) return;
+        if (mts_server_add_service(server_.get(), MTS_NODE_SUPERVISOR, sap, service, &state_) == 0) return;
         fail("SAP " + std::to_string(sap) + " in " + runtime_dir_);
     };
     for (const uint32_t sap : port_service_saps) add(sap, port_service);
@@ -83,8 +86,8 @@ void switch_daemon::add_services() {
 }
 
 void switch_daemon::run() {
-    std::printf("%s: ready: %s, %zu ports, run-time directory %s\n", program_name, model_.name.c_str(),
-                model_.ports.size(), runtime_dir_.c_str());
+    std::printf("%s: ready: %s, %zu ports, run-time directory %s\n", program_name, state_.model().name.c_str(),
+                state_.model().ports.size(), runtime_dir_.c_str());
     std::fflush(stdout);
     notify_ready();
     if (mts_server_run(server_.get()) != 0) fail("server");
@@ -98,13 +101,10 @@ void switch_daemon::handle_signal(int fd) {
     mts_server_stop(server_.get());
 }
 
-// The services look at the model by reference, so they follow the new one at once.
 void switch_daemon::reload() {
     notify_reloading();
     try {
-        chassis_model loaded = load_chassis(chassis_file_);
-        publish(*publisher_, loaded);
-        model_ = std::move(loaded);
+        state_.reload(load_chassis(chassis_file_));
     } catch (const std::exception &error) {
         std::fprintf(stderr, "%s: not reloaded: %s\n", program_name, error.what());
     }

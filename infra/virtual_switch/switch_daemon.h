@@ -6,13 +6,11 @@
 #include <memory>
 #include <string>
 
-#include "chassis/model.h"
+#include "chassis/switch_state.h"
 #include "platform_dev/chassis_db.h"
 #include "platform_dev/mts_service.h"
 
 namespace virtual_switch {
-
-inline constexpr const char *program_name = "pm-virtual-switch";
 
 // Everything happens in one loop, so a reload falls between two requests.
 class switch_daemon {
@@ -29,6 +27,9 @@ class switch_daemon {
     void run();
 
   private:
+    // Takes what was read from files, so that a bad one disturbs nothing.
+    switch_daemon(std::string chassis_file, chassis_model chassis);
+
     void take_signals();
     void add_services();
     void handle_signal(int fd);
@@ -40,8 +41,8 @@ class switch_daemon {
 
     std::string chassis_file_;
     std::string runtime_dir_;
-    chassis_model model_;
     std::unique_ptr<platform_dev::chassis_publisher> publisher_;
+    switch_state state_;
     std::unique_ptr<mts_server_t, server_deleter> server_;
     int signal_fd_ = -1;
 };

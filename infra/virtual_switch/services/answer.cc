@@ -1,12 +1,14 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "services/answer.h"
 
+#include <algorithm>
 #include <memory>
 
 #include "platform/if_index.h"
 #include "platform_dev/mts_dev.h"
 #include "platform_dev/tlv_builder.h"
 #include "port_mgr/status.h"
+#include "protocol/config_layout.h"
 #include "protocol/cursor.h"
 #include "protocol/port_attribute_codec.h"
 
@@ -75,6 +77,31 @@ pm_port_info_brief_t brief_of(const pm_port_info_t &info) {
     return brief;
 }
 
+// Which record stands for a port.
+using record_of = pm_port_info_t (*)(const port &of);
+
+pm_port_info_t reported(const port &of) { return of.info; }
+
+pm_port_info_t as_configured(const port &of) {
+    pm_port_info_t info = of.info;
+    info.bandwidth = of.configured.bandwidth;
+    return info;
+}
+
+void answer_records(mts_reply_t *reply, const port_list &ports, record_of record) {
+    const element_builder elements = build_elements(ports);
+    if (elements == nullptr) return answer_status(reply, PM_ERR_FAILURE);
+    const size_t elements_size = tlv_builder_size(elements.get());
+    uint8_t *to = start_answer(reply, ports.size(), ports.size() * pm::base_record_size + elements_size);
+    if (to == nullptr) return;
+    for (const port *of : ports) {
+        const pm_port_info_t info = record(*of);
+        pm::encode_record<pm::base_record_fields>(&info, to, hton_if_index);
+        to += pm::base_record_size;
+    }
+    std::memcpy(to, tlv_builder_data(elements.get()), elements_size);
+}
+
 }  // namespace
 
 void answer_status(mts_reply_t *reply, uint32_t status) {
@@ -82,17 +109,10 @@ void answer_status(mts_reply_t *reply, uint32_t status) {
     if (payload != nullptr) pm::store_be32(payload, status);
 }
 
-void answer_ports(mts_reply_t *reply, const port_list &ports) {
-    const element_builder elements = build_elements(ports);
-    if (elements == nullptr) return answer_status(reply, PM_ERR_FAILURE);
-    const size_t elements_size = tlv_builder_size(elements.get());
-    uint8_t *to = start_answer(reply, ports.size(), ports.size() * pm::base_record_size + elements_size);
-    if (to == nullptr) return;
-    for (const port *of : ports) {
-        pm::encode_record<pm::base_record_fields>(&of->info, to, hton_if_index);
-        to += pm::base_record_size;
-    }
-    std::memcpy(to, tlv_builder_data(elements.get()), elements_size);
+void answer_ports(mts_reply_t *reply, const port_list &ports) { answer_records(reply, ports, reported); }
+
+void answer_configured_ports(mts_reply_t *reply, const port_list &ports) {
+    answer_records(reply, ports, as_configured);
 }
 
 void answer_ports_brief(mts_reply_t *reply, const port_list &ports) {
@@ -106,5 +126,28 @@ void answer_ports_brief(mts_reply_t *reply, const port_list &ports) {
 }
 
 size_t most_records() { return MTS_MAX_PAYLOAD / pm::base_record_size; }
+
+void answer_set(mts_reply_t *reply, const std::vector<set_result> &results) {
+    uint8_t *const entries = start_answer(reply, results.size(), results.size() * sizeof(pm_set_port_result_t));
+    if (entries == nullptr) return;
+    const auto refused = std::ranges::find_if(results, [](const set_result &result) { return result.status != 0; });
+    if (refused != results.end()) pm::store_be32(entries - pm::answer_header_size, refused->status);
+    uint8_t *to = entries;
+    for (const set_result &result : results) {
+        pm::store(to, hton_if_index(result.if_index));
+        pm::store_be32(to + sizeof result.if_index, result.status);
+        to += sizeof(pm_set_port_result_t);
+    }
+}
+
+void refuse_set(mts_reply_t *reply, uint32_t status) {
+    void *const payload = mts_reply_payload(reply, pm::answer_header_size);
+    if (payload != nullptr) pm::store_be32(payload, status);
+}
+
+void answer_sub_interfaces(mts_reply_t *reply, uint32_t status) {
+    auto *const payload = static_cast<uint8_t *>(mts_reply_payload(reply, pm::sub_interface_answer_size));
+    if (payload != nullptr) pm::store_be32(payload + pm::sub_interface_answer_status, status);
+}
 
 }  // namespace virtual_switch

@@ -8,6 +8,7 @@
 
 #include "chassis/model.h"
 #include "platform_dev/mts_service.h"
+#include "port_mgr/port_info_response.h"
 
 namespace virtual_switch {
 
@@ -19,10 +20,29 @@ void answer_status(mts_reply_t *reply, uint32_t status);
 // Full records with the attribute elements of their ports; owners travel only with a single record.
 void answer_ports(mts_reply_t *reply, const port_list &ports);
 
+// The same, with the bandwidth that is configured: 0 where it follows from the speed.
+void answer_configured_ports(mts_reply_t *reply, const port_list &ports);
+
 void answer_ports_brief(mts_reply_t *reply, const port_list &ports);
 
 // How many records an answer has room for.
 size_t most_records();
+
+// What became of one interface of a set request.
+struct set_result {
+    if_index_t if_index;
+    uint32_t status;
+};
+
+// The status is the first of the results that is no success.
+void answer_set(mts_reply_t *reply, const std::vector<set_result> &results);
+
+// To a set request that is refused as a whole.
+void refuse_set(mts_reply_t *reply, uint32_t status);
+
+inline constexpr size_t most_set_results = (MTS_MAX_PAYLOAD - pm::answer_header_size) / sizeof(pm_set_port_result_t);
+
+void answer_sub_interfaces(mts_reply_t *reply, uint32_t status);
 
 }  // namespace virtual_switch
 

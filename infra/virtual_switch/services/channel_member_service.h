@@ -7,8 +7,8 @@
 
 namespace virtual_switch {
 
-// An mts_service_t; the context is the chassis_model, which may change between requests.
-void channel_member_service(void *model, const mts_request_t *request, mts_reply_t *reply);
+// An mts_service_t; the context is the switch_state.
+void channel_member_service(void *state, const mts_request_t *request, mts_reply_t *reply);
 
 }  // namespace virtual_switch
 

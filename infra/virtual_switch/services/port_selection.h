@@ -3,8 +3,11 @@
 #ifndef VIRTUAL_SWITCH_SERVICES_PORT_SELECTION_H
 #define VIRTUAL_SWITCH_SERVICES_PORT_SELECTION_H
 
+#include <ranges>
 #include <span>
 
+#include "port_mgr/types.h"
+#include "protocol/cursor.h"
 #include "services/answer.h"
 
 namespace virtual_switch {
@@ -15,8 +18,21 @@ struct port_request {
     uint32_t sap;
 };
 
+pm_if_index_range_t read_range(pm::byte_reader &from);
+
+// The existing ports of a range, in order; none when it is backwards or of two types.
+std::ranges::subrange<std::map<if_index_t, port>::const_iterator> ports_in(const chassis_model &model,
+                                                                           const pm_if_index_range_t &range);
+
 // Selects the ports of a request for port information. Returns 0, or the status of the refusal.
 uint32_t select_ports(const chassis_model &model, const port_request &request, port_list &ports);
+
+// The same for a request for the configuration, which any service takes when it begins with a port channel: clients may
+// ask the owner of the channel or of a member.
+uint32_t select_configured_ports(const chassis_model &model, const port_request &request, port_list &ports);
+
+// Selects the interfaces of one type that live in a module. Returns 0, or the status of the refusal.
+uint32_t select_module_ports(const chassis_model &model, const port_request &request, port_list &ports);
 
 // Selects the port that follows the one a request names. Returns 0, or the status of the refusal.
 uint32_t select_next_port(const chassis_model &model, const port_request &request, port_list &ports);

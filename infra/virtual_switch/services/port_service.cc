@@ -1,33 +1,53 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "services/port_service.h"
 
+#include "chassis/switch_state.h"
 #include "port_mgr/status.h"
+#include "services/loopback_service.h"
 #include "services/port_selection.h"
+#include "services/request_payload.h"
+#include "services/set_service.h"
+#include "services/sub_interface_service.h"
 
 namespace virtual_switch {
 namespace {
 
+// Answers a request that selects ports.
+template <auto select, auto answer>
+void query(switch_state &state, const mts_request_t &request, mts_reply_t *reply) {
+    port_list ports;
+    const uint32_t status = select(state.model(), {payload_of(request), request.sap}, ports);
+    if (status == 0)
+        answer(reply, ports);
+    else
+        answer_status(reply, status);
+}
+
+enum class transport : uint8_t { any, cmi_only };
+
 struct operation {
     uint32_t opcode;
-    uint32_t (*select)(const chassis_model &model, const port_request &request, port_list &ports);
-    void (*answer)(mts_reply_t *reply, const port_list &ports);
+    transport over;
+    void (*serve)(switch_state &state, const mts_request_t &request, mts_reply_t *reply);
 };
 
 constexpr std::array operations{
-    operation{MTS_OPC_PM_GET_PORT_INFO, select_ports, answer_ports},
-    operation{MTS_OPC_PM_GET_PORT_INFO_BRIEF, select_ports, answer_ports_brief},
-    operation{MTS_OPC_PM_GET_NEXT_PORT_INFO, select_next_port, answer_ports},
+    operation{MTS_OPC_PM_GET_PORT_INFO, transport::any, query<select_ports, answer_ports>},
+    operation{MTS_OPC_PM_GET_PORT_INFO_BRIEF, transport::any, query<select_ports, answer_ports_brief>},
+    operation{MTS_OPC_PM_GET_NEXT_PORT_INFO, transport::any, query<select_next_port, answer_ports>},
+    operation{CMI_OPC_PM_SET_PORT_CONFIG, transport::cmi_only, serve_set},
+    operation{CMI_OPC_PM_GET_PORT_CONFIG, transport::cmi_only, query<select_configured_ports, answer_configured_ports>},
+    operation{CMI_OPC_PM_CONFIG_SUB_INTF, transport::cmi_only, serve_sub_interfaces},
+    operation{CMI_OPC_PM_CONFIG_LOOPBACK, transport::cmi_only, serve_loopbacks},
+    operation{CMI_OPC_PM_GET_MODULE_INTF_LISTING, transport::cmi_only, query<select_module_ports, answer_ports>},
 };
 
 }  // namespace
 
-void port_service(void *model, const mts_request_t *request, mts_reply_t *reply) {
-    const port_request received{{static_cast<const uint8_t *>(request->payload), request->payload_size}, request->sap};
+void port_service(void *state, const mts_request_t *request, mts_reply_t *reply) {
     for (const operation &known : operations) {
-        if (known.opcode != request->opcode) continue;
-        port_list ports;
-        const uint32_t status = known.select(*static_cast<const chassis_model *>(model), received, ports);
-        return status == 0 ? known.answer(reply, ports) : answer_status(reply, status);
+        if (known.opcode != request->opcode || (known.over == transport::cmi_only && request->is_cmi == 0)) continue;
+        return known.serve(*static_cast<switch_state *>(state), *request, reply);
     }
     answer_status(reply, PM_ERR_FAILURE);
 }

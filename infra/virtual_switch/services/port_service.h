@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-// port_service.h: the service of every SAP that owns interfaces: it answers for ports.
+// port_service.h: the service of every SAP that owns interfaces: it answers for ports and configures them.
 #ifndef VIRTUAL_SWITCH_SERVICES_PORT_SERVICE_H
 #define VIRTUAL_SWITCH_SERVICES_PORT_SERVICE_H
 
@@ -14,8 +14,8 @@ namespace virtual_switch {
 inline constexpr std::array<uint32_t, 4> port_service_saps{PM_SAP_PORT_MANAGER, PM_SAP_ETHERNET,
                                                            PM_SAP_ETHERNET_CHANNEL, PM_SAP_MGMT};
 
-// An mts_service_t; the context is the chassis_model, which may change between requests.
-void port_service(void *model, const mts_request_t *request, mts_reply_t *reply);
+// An mts_service_t; the context is the switch_state.
+void port_service(void *state, const mts_request_t *request, mts_reply_t *reply);
 
 }  // namespace virtual_switch
 

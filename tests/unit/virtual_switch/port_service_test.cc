@@ -3,22 +3,19 @@
 
 #include <gtest/gtest.h>
 
-#include "chassis/chassis_file.h"
+#include "fake_outlets.h"
 #include "fake_reply.h"
 #include "port_mgr/status.h"
 
 namespace {
 
-virtual_switch::chassis_model chassis() {
-    return virtual_switch::parse_chassis(
-        "[chassis]\nname = 'test'\ntype = 6\nslots = 1\n[[module]]\nslot = 1\nkind = 'fc'\nports = 3\n");
-}
-
-mts_reply ask(uint32_t opcode, const std::vector<uint8_t> &payload) {
-    virtual_switch::chassis_model model = chassis();
-    const mts_request_t request{0xfe000000, 43, opcode, 0, 0, static_cast<uint32_t>(payload.size()), payload.data()};
+mts_reply ask(uint32_t opcode, const std::vector<uint8_t> &payload, uint32_t is_cmi = 0) {
+    virtual_switch::switch_state state =
+        state_of("[chassis]\nname = 'test'\ntype = 6\nslots = 1\n[[module]]\nslot = 1\nkind = 'fc'\nports = 3\n");
+    const mts_request_t request{0xfe000000,    43, opcode, is_cmi, 0, static_cast<uint32_t>(payload.size()),
+                                payload.data()};
     mts_reply reply;
-    virtual_switch::port_service(&model, &request, &reply);
+    virtual_switch::port_service(&state, &request, &reply);
     return reply;
 }
 

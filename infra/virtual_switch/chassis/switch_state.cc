@@ -1,0 +1,52 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "chassis/switch_state.h"
+
+#include <cstdio>
+#include <exception>
+#include <utility>
+
+#include "program_name.h"
+
+namespace virtual_switch {
+
+switch_state::switch_state(chassis_model chassis, configuration changes, outlets to)
+    : chassis_(std::move(chassis)),
+      changes_(std::move(changes)),
+      model_(configured(chassis_, changes_)),
+      to_(std::move(to)) {
+    to_.publish(model_);
+}
+
+// The old model was published before, so it can be once more.
+void switch_state::publish_and_keep(const chassis_model &model, const configuration &changes) {
+    to_.publish(model);
+    try {
+        to_.keep(changes);
+    } catch (...) {
+        to_.publish(model_);
+        throw;
+    }
+}
+
+bool switch_state::change(configuration changes) {
+    if (changes == changes_) return true;
+    try {
+        chassis_model model = configured(chassis_, changes);
+        publish_and_keep(model, changes);
+        model_ = std::move(model);
+        changes_ = std::move(changes);
+        return true;
+    } catch (const std::exception &error) {
+        std::fprintf(stderr, "%s: not configured: %s\n", program_name, error.what());
+        return false;
+    }
+}
+
+void switch_state::reload(chassis_model chassis) {
+    chassis_model model = configured(chassis, changes_);
+    to_.publish(model);
+    chassis_ = std::move(chassis);
+    model_ = std::move(model);
+}
+
+}  // namespace virtual_switch
