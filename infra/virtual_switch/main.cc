@@ -8,6 +8,7 @@
 #include <string>
 
 #include "chassis/chassis_file.h"
+#include "chassis/state_file.h"
 #include "program_name.h"
 #include "switch_daemon.h"
 
@@ -19,31 +20,40 @@ constexpr int exit_failure = 1;
 constexpr int exit_usage = 2;
 
 constexpr const char *help =
-    "Usage: pm-virtual-switch [--check] CHASSIS.toml\n"
+    "Usage: pm-virtual-switch [--check] [--state FILE] CHASSIS.toml\n"
     "Hosts the services of a switch's port manager for the chassis that the file describes.\n"
     "\n"
-    "  --check     read the file, say whether it is good, and exit\n"
-    "  --help      show this and exit\n"
-    "  --version   show the version and exit\n"
+    "  --check        read the files, say whether they are good, and exit\n"
+    "  --state FILE   keep in FILE what clients configure, and start with what it holds; without\n"
+    "                 this option it ends with the program\n"
+    "  --help         show this and exit\n"
+    "  --version      show the version and exit\n"
     "\n"
-    "SIGHUP reads the file again; SIGTERM and SIGINT end the program. Clients meet it in the run-time directory:\n"
+    "SIGHUP reads the chassis file again; SIGTERM and SIGINT end the program. Clients meet it in the run-time "
+    "directory:\n"
     "$MTS_RUNTIME_DIR, else $XDG_RUNTIME_DIR/port_mgr, else /tmp/port_mgr-UID.\n"
     "Exit status: 0, 1 after a failure, 2 for wrong usage.\n";
 
-int check(const std::string &chassis_file) {
-    const auto model = virtual_switch::load_chassis(chassis_file);
-    std::printf("%s: good: %s, %zu ports\n", chassis_file.c_str(), model.name.c_str(), model.ports.size());
+struct files {
+    std::string chassis;
+    std::string state;  // empty for none
+};
+
+int check(const files &of) {
+    const auto model = virtual_switch::load_chassis(of.chassis);
+    if (!of.state.empty()) virtual_switch::load_state(of.state);
+    std::printf("%s: good: %s, %zu ports\n", of.chassis.c_str(), model.name.c_str(), model.ports.size());
     return 0;
 }
 
-int serve(const std::string &chassis_file) {
-    virtual_switch::switch_daemon(chassis_file).run();
+int serve(const files &of) {
+    virtual_switch::switch_daemon(of.chassis, of.state).run();
     return 0;
 }
 
-int run(int (*command)(const std::string &), const char *chassis_file) {
+int run(int (*command)(const files &), const files &of) {
     try {
-        return command(chassis_file);
+        return command(of);
     } catch (const std::exception &error) {
         std::fprintf(stderr, "%s: %s\n", program_name, error.what());
         return exit_failure;
@@ -51,23 +61,30 @@ int run(int (*command)(const std::string &), const char *chassis_file) {
 }
 
 int refuse_usage() {
-    std::fprintf(stderr, "%s: usage: %s [--check] CHASSIS.toml, or --help\n", program_name, program_name);
+    std::fprintf(stderr, "%s: usage: %s [--check] [--state FILE] CHASSIS.toml, or --help\n", program_name,
+                 program_name);
     return exit_usage;
 }
 
 }  // namespace
 
 int main(int argc, char **argv) {
-    constexpr std::array<option, 4> options{{{"check", no_argument, nullptr, 'c'},
+    constexpr std::array<option, 5> options{{{"check", no_argument, nullptr, 'c'},
+                                             {"state", required_argument, nullptr, 's'},
                                              {"help", no_argument, nullptr, 'h'},
                                              {"version", no_argument, nullptr, 'v'},
                                              {}}};
     auto *command = serve;
+    files of;
     opterr = 0;
     for (int found = 0; (found = getopt_long(argc, argv, "", options.data(), nullptr)) != -1;) {
         switch (found) {
             case 'c':
                 command = check;
+                break;
+            case 's':
+                if (*optarg == '\0') return refuse_usage();
+                of.state = optarg;
                 break;
             case 'h':
                 std::fputs(help, stdout);
@@ -80,5 +97,6 @@ int main(int argc, char **argv) {
         }
     }
     if (argc - optind != 1) return refuse_usage();
-    return run(command, argv[optind]);
+    of.chassis = argv[optind];
+    return run(command, of);
 }

@@ -15,6 +15,7 @@
 
 #include "chassis/chassis_file.h"
 #include "chassis/publication.h"
+#include "chassis/state_file.h"
 #include "platform_dev/mts_dev.h"
 #include "program_name.h"
 #include "service_notifier.h"
@@ -45,16 +46,24 @@ void publish(platform_dev::chassis_publisher &publisher, const chassis_model &mo
     throw std::runtime_error("the chassis has more modules, ports or channels than the chassis database has room for");
 }
 
+std::function<void(const configuration &)> keeper_in(const std::string &state_file) {
+    if (state_file.empty()) return [](const configuration &) {};
+    return [state_file](const configuration &changes) { save_state(state_file, changes); };
+}
+
 }  // namespace
 
-switch_daemon::switch_daemon(std::string chassis_file) : switch_daemon(chassis_file, load_chassis(chassis_file)) {}
+switch_daemon::switch_daemon(const std::string &chassis_file, const std::string &state_file)
+    : switch_daemon(chassis_file, load_chassis(chassis_file), state_file,
+                    state_file.empty() ? configuration{} : load_state(state_file)) {}
 
-switch_daemon::switch_daemon(std::string chassis_file, chassis_model chassis)
+switch_daemon::switch_daemon(std::string chassis_file, chassis_model chassis, const std::string &state_file,
+                             configuration changes)
     : chassis_file_(std::move(chassis_file)),
       runtime_dir_(find_runtime_dir()),
       publisher_(open_publisher(runtime_dir_)),
-      state_(std::move(chassis), {},
-             {[this](const chassis_model &model) { publish(*publisher_, model); }, [](const configuration &) {}}),
+      state_(std::move(chassis), std::move(changes),
+             {[this](const chassis_model &model) { publish(*publisher_, model); }, keeper_in(state_file)}),
       server_(mts_server_create()) {
     if (server_ == nullptr) fail("server");
     take_signals();
@@ -70,6 +79,7 @@ void switch_daemon::take_signals() {
     sigemptyset(&signals);
     for (const int signal : {SIGTERM, SIGINT, SIGHUP}) sigaddset(&signals, signal);
     sigprocmask(SIG_BLOCK, &signals, nullptr);
+    std::signal(SIGXFSZ, SIG_IGN);  // a state file that grows too large is a failed write
     signal_fd_ = signalfd(-1, &signals, SFD_CLOEXEC | SFD_NONBLOCK);
     if (signal_fd_ < 0) fail("signalfd");
     const auto handler = [](void *daemon, int fd) { static_cast<switch_daemon *>(daemon)->handle_signal(fd); };

@@ -15,9 +15,10 @@ namespace virtual_switch {
 // Everything happens in one loop, so a reload falls between two requests.
 class switch_daemon {
   public:
-    // Loads the chassis file, publishes its database and takes the SAPs of the run-time directory. Blocks the signals
-    // that the loop takes. Throws std::runtime_error with one line.
-    explicit switch_daemon(std::string chassis_file);
+    // Loads the chassis file, and what clients configured from the state file, publishes the database and takes the
+    // SAPs of the run-time directory. Without the name of a state file, what clients configure ends with the program.
+    // Blocks the signals that the loop takes. Throws std::runtime_error with one line.
+    switch_daemon(const std::string &chassis_file, const std::string &state_file);
     ~switch_daemon();
     switch_daemon(const switch_daemon &) = delete;
     switch_daemon &operator=(const switch_daemon &) = delete;
@@ -28,7 +29,8 @@ class switch_daemon {
 
   private:
     // Takes what was read from files, so that a bad one disturbs nothing.
-    switch_daemon(std::string chassis_file, chassis_model chassis);
+    switch_daemon(std::string chassis_file, chassis_model chassis, const std::string &state_file,
+                  configuration changes);
 
     void take_signals();
     void add_services();

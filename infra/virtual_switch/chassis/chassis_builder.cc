@@ -35,8 +35,6 @@ bool may_be_member(const port &candidate) {
            candidate.kind == port_kind::ethernet;
 }
 
-std::string quoted_name(if_index_t if_index) { return std::string("'").append(name_of(if_index)).append("'"); }
-
 }  // namespace
 
 void chassis_builder::set_chassis(const document_value &value) {

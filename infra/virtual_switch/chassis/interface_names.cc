@@ -11,8 +11,7 @@
 namespace virtual_switch {
 namespace {
 
-constexpr size_t longest_list = 4096;     // bytes of one text
-constexpr uint32_t longest_range = 4095;  // interfaces, as many as an interface can have sub-interfaces
+constexpr size_t longest_list = 4096;  // bytes of one text
 
 std::optional<uint32_t> to_number(std::string_view digits) {
     uint32_t number = 0;

@@ -11,6 +11,9 @@
 
 namespace virtual_switch {
 
+// How many interfaces one range may have: as many as an interface can have sub-interfaces.
+inline constexpr uint32_t longest_range = 4095;
+
 // The interfaces that a text names, in its order; whether they exist is not looked at. Throws chassis_error.
 std::vector<if_index_t> read_interfaces(const document_value &value, const std::string &key);
 

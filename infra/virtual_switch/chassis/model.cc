@@ -56,4 +56,6 @@ std::string name_of(if_index_t if_index) {
     return text.data();
 }
 
+std::string quoted_name(if_index_t if_index) { return std::string("'").append(name_of(if_index)).append("'"); }
+
 }  // namespace virtual_switch

@@ -82,6 +82,9 @@ void settle(chassis_model &model);
 // The display name of an interface.
 std::string name_of(if_index_t if_index);
 
+// The same in quotes, for messages.
+std::string quoted_name(if_index_t if_index);
+
 }  // namespace virtual_switch
 
 #endif

@@ -32,12 +32,14 @@ class section {
     // Applies the settings of ports that the table holds, in order of lines.
     void apply_settings(port &to) const;
 
+    // The value of a key, null when it is not there, and what messages call it.
+    [[nodiscard]] const document_value *find(std::string_view key) const;
+    [[nodiscard]] std::string path(std::string_view key) const { return name_ + "." + std::string(key); }
+
     [[noreturn]] void fail(std::string_view key, const std::string &what) const;
 
   private:
-    [[nodiscard]] const document_value *find(std::string_view key) const;
     [[nodiscard]] const document_value &required(std::string_view key) const;
-    [[nodiscard]] std::string path(std::string_view key) const { return name_ + "." + std::string(key); }
 
     std::string name_;
     unsigned line_;

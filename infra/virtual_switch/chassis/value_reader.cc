@@ -43,16 +43,21 @@ uint32_t read_number(const document_value &value, const std::string &key, number
     return static_cast<uint32_t>(*number);
 }
 
-const std::string &read_text(const document_value &value, const std::string &key, size_t longest) {
+const std::string &read_any_text(const document_value &value, const std::string &key, size_t longest) {
     const auto *text = std::get_if<std::string>(&value.data);
     if (text == nullptr) fail_type(value, key, "a text");
     if (text->size() > longest) {
         throw chassis_error(value.line, key, "is longer than " + std::to_string(longest) + " bytes");
     }
-    if (std::any_of(text->begin(), text->end(), is_control)) {
+    return *text;
+}
+
+const std::string &read_text(const document_value &value, const std::string &key, size_t longest) {
+    const std::string &text = read_any_text(value, key, longest);
+    if (std::any_of(text.begin(), text.end(), is_control)) {
         throw chassis_error(value.line, key, "holds a control character");
     }
-    return *text;
+    return text;
 }
 
 uint32_t read_word(const document_value &value, const std::string &key, std::span<const named_value> words) {

@@ -26,6 +26,9 @@ struct number_range {
 
 // `key` is what messages call the value.
 uint32_t read_number(const document_value &value, const std::string &key, number_range range);
+const std::string &read_any_text(const document_value &value, const std::string &key, size_t longest);
+
+// A text without control characters.
 const std::string &read_text(const document_value &value, const std::string &key, size_t longest);
 uint32_t read_word(const document_value &value, const std::string &key, std::span<const named_value> words);
 const document_array &read_array(const document_value &value, const std::string &key, size_t longest);

@@ -1,0 +1,48 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "chassis/state_file.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+
+#include <cerrno>
+#include <stdexcept>
+
+#include "chassis/chassis_error.h"
+#include "chassis/text_file.h"
+
+namespace virtual_switch {
+namespace {
+
+constexpr size_t most_mib = 16;
+
+// A link is refused since replacing the file would replace the link; opening a pipe must not wait for its other end.
+file_handle open_state(const std::string &path) {
+    const int fd = open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK);
+    if (fd < 0 && errno == ELOOP) throw chassis_error(1, "file", "is a symbolic link");
+    file_handle file(fd < 0 ? nullptr : fdopen(fd, "r"));
+    struct stat status {};
+    if (file != nullptr && fstat(fd, &status) == 0 && !S_ISREG(status.st_mode)) {
+        throw chassis_error(1, "file", "is no regular file");
+    }
+    return file;
+}
+
+}  // namespace
+
+configuration load_state(const std::string &path) {
+    try {
+        file_handle file = open_state(path);
+        if (file == nullptr && errno == ENOENT) return {};
+        return parse_state(read_text_file(std::move(file), most_mib));
+    } catch (const chassis_error &error) {
+        throw std::runtime_error(path + ":" + error.what());
+    }
+}
+
+void save_state(const std::string &path, const configuration &changes) {
+    const std::string text = state_text(changes);
+    if (text.size() > most_mib * bytes_in_mib) throw std::runtime_error(path + ": would be larger than 16 MiB");
+    replace_file(path, text);
+}
+
+}  // namespace virtual_switch

@@ -1,0 +1,28 @@
+// SPDX-License-Identifier: Apache-2.0
+// state_file.h: the file that keeps what clients configured; docs/state-file.md documents it.
+#ifndef VIRTUAL_SWITCH_CHASSIS_STATE_FILE_H
+#define VIRTUAL_SWITCH_CHASSIS_STATE_FILE_H
+
+#include <string>
+#include <string_view>
+
+#include "chassis/configuration.h"
+
+namespace virtual_switch {
+
+// Reads a file of at most 16 MiB; one that is not there holds no configuration. Symbolic links and what is no file are
+// refused. Throws std::runtime_error with one line, "FILE:LINE: KEY: what is wrong", for the first mistake.
+configuration load_state(const std::string &path);
+
+// The same from the text of a file; the line starts with LINE.
+configuration parse_state(std::string_view text);
+
+// The text of a file, which parse_state reads to the same configuration.
+std::string state_text(const configuration &changes);
+
+// Throws std::runtime_error with one line when the file cannot be written; then it is as it was.
+void save_state(const std::string &path, const configuration &changes);
+
+}  // namespace virtual_switch
+
+#endif
