@@ -132,7 +132,7 @@ void chassis_builder::check_sub_interface(const section &from, if_index_t if_ind
     const if_index_t main = if_index_get_mainintf_from_subintf(if_index);
     const port *const found = model_.find(main);
     if (found == nullptr) from.fail("name", why_missing(main));
-    if (!may_have_sub_interfaces(found->kind)) {
+    if (!switched_ethernet.contains(found->kind)) {
         from.fail("name", quoted_name(main) + " is no Ethernet channel and has no sub-interfaces");
     }
 }

@@ -15,7 +15,7 @@ void add_interface(chassis_model &model, if_index_t if_index, port_kind kind, po
 void add_created(chassis_model &model, if_index_t if_index) {
     if (!is_sub_interface(if_index)) return add_interface(model, if_index, port_kind::loopback, on_supervisor);
     const port *const main = model.find(if_index_get_mainintf_from_subintf(if_index));
-    if (main == nullptr || !may_have_sub_interfaces(main->kind)) return;
+    if (main == nullptr || !switched_ethernet.contains(main->kind)) return;
     add_interface(model, if_index, port_kind::sub_interface, main->place);
 }
 

@@ -10,10 +10,8 @@ namespace {
 
 constexpr uint32_t kbit_in_mbit = 1000;
 
-bool trunk_mode_follows(const pm_port_info_t &info) { return info.oper_trunk_mode == 0 && info.admin_trunk_mode != 0; }
-
 void put_out_of_operation(pm_port_info_t &info) {
-    if (trunk_mode_follows(info)) info.oper_trunk_mode = trunk_mode::off;
+    if (info.admin_trunk_mode != 0) info.oper_trunk_mode = trunk_mode::off;
     info.oper_mode = port_mode::automatic;
     info.oper_speed = speed::unknown;
     info.bandwidth = 0;
@@ -37,11 +35,14 @@ uint32_t speed_of(uint32_t admin_speed, uint32_t top_speed) {
     }
 }
 
-// A port that must not trunk is up without trunking.
-void follow_trunk_mode(pm_port_info_t &info) {
-    const uint8_t automatic = info.oper_state == port_state::trunking ? trunk_mode::on : trunk_mode::off;
-    info.oper_trunk_mode = info.admin_trunk_mode == trunk_mode::automatic ? automatic : info.admin_trunk_mode;
-    if (info.oper_trunk_mode == trunk_mode::off) info.oper_state = port_state::up;
+// Ethernet trunks by itself, Fibre Channel together with its peer, which the state tells. A port that must not trunk is
+// up without trunking.
+void follow_trunk_mode(pm_port_info_t &info, port_kind kind) {
+    const bool by_itself = info.admin_trunk_mode == trunk_mode::on && switched_ethernet.contains(kind);
+    const bool trunks = info.oper_state == port_state::trunking || by_itself;
+    const bool is_on = trunks && info.admin_trunk_mode != trunk_mode::off;
+    info.oper_trunk_mode = is_on ? trunk_mode::on : trunk_mode::off;
+    if (!is_on) info.oper_state = port_state::up;
 }
 
 // The mode that a configured one comes to.
@@ -51,8 +52,9 @@ uint32_t mode_of(const pm_port_info_t &info, uint32_t auto_mode) {
 }
 
 // Fills in what no setting gave.
-void put_into_operation(pm_port_info_t &info, const port_kind_traits &traits) {
-    if (trunk_mode_follows(info)) follow_trunk_mode(info);
+void put_into_operation(pm_port_info_t &info, port_kind kind) {
+    const port_kind_traits &traits = traits_of(kind);
+    if (info.oper_trunk_mode == 0 && info.admin_trunk_mode != 0) follow_trunk_mode(info, kind);
     if (info.oper_mode == 0) info.oper_mode = mode_of(info, traits.auto_mode);
     if (info.oper_speed == 0) info.oper_speed = speed_of(info.admin_speed, traits.top_speed);
     if (info.bandwidth == 0) info.bandwidth = info.oper_speed * kbit_in_mbit;
@@ -71,7 +73,7 @@ uint32_t sum(uint32_t a, uint32_t b) { return a > UINT32_MAX - b ? UINT32_MAX : 
 void settle_port(port &at) {
     if (at.info.admin_state != port_state::up) return take_down(at, reason::administratively_down);
     if (!at.is_up()) return put_out_of_operation(at.info);
-    put_into_operation(at.info, traits_of(at.kind));
+    put_into_operation(at.info, at.kind);
 }
 
 void settle_channel(chassis_model &model, port &channel, const channel_members &members) {
@@ -93,7 +95,7 @@ void settle_channel(chassis_model &model, port &channel, const channel_members &
     channel.info.state_reason = reason::none;
     channel.info.oper_mode = first_up->info.oper_mode;
     if (channel.info.bandwidth == 0) channel.info.bandwidth = bandwidth;
-    put_into_operation(channel.info, traits_of(channel.kind));
+    put_into_operation(channel.info, channel.kind);
 }
 
 void settle_sub_interface(port &sub_interface, const port &main) {

@@ -26,7 +26,6 @@ void set_fibre_channel(pm_port_info_t &info) {
     info.rx_buf_size = 2112;
     info.mtu = 2112;
     info.admin_trunk_mode = trunk_mode::on;
-    info.oper_trunk_mode = trunk_mode::off;
     info.encap = encap_normal;
 }
 
@@ -69,7 +68,6 @@ void set_ethernet_channel(pm_port_info_t &info) {
     set_wire(info);
     info.admin_mode = port_mode::trunk;
     info.admin_trunk_mode = trunk_mode::on;
-    info.oper_trunk_mode = trunk_mode::on;
     info.native_vlan = 1;
     info.encap = encap_normal;
 }

@@ -101,10 +101,8 @@ class kind_set {
     uint32_t bits_ = 0;
 };
 
-// Whether interfaces of this kind can have sub-interfaces.
-constexpr bool may_have_sub_interfaces(port_kind kind) {
-    return kind_set{port_kind::ethernet, port_kind::ethernet_sfp, port_kind::ethernet_channel}.contains(kind);
-}
+// Those that can have sub-interfaces, and that trunk by themselves.
+inline constexpr kind_set switched_ethernet{port_kind::ethernet, port_kind::ethernet_sfp, port_kind::ethernet_channel};
 
 // A record of this kind as it is before any setting: up, and with nothing derived yet.
 pm_port_info_t default_port_info(port_kind kind, if_index_t if_index);

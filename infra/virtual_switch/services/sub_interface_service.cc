@@ -34,7 +34,7 @@ uint32_t read_entry(const chassis_model &model, bytes from, sub_interface_reques
     if (entry.sub_interfaces.size != pm::sub_interface_set_size) return PM_ERR_INVALID_PARAM;
     const if_index_t main = pm::swap_be32(entry.main);
     const port *const found = model.find(main);
-    if (found == nullptr || !may_have_sub_interfaces(found->kind)) return PM_ERR_INVALID_RANGE;
+    if (found == nullptr || !switched_ethernet.contains(found->kind)) return PM_ERR_INVALID_RANGE;
     add_numbers(entry.sub_interfaces.bits, request.sets[main]);
     return 0;
 }

@@ -17,6 +17,15 @@ using virtual_switch::switch_state;
 constexpr const char *fc = "fc1/1";
 constexpr const char *ethernet = "Ethernet2/1";
 
+// The value of a setting in a record.
+virtual_switch::setting_value value_in(const virtual_switch::port_setting &setting, const pm_port_info_t &info) {
+    const auto *const member = reinterpret_cast<const uint8_t *>(&info) + setting.member;
+    if (setting.kind == virtual_switch::setting_kind::text) return reinterpret_cast<const char *>(member);
+    uint32_t number = 0;
+    std::memcpy(&number, member, setting.size);  // on a machine that begins with the low byte
+    return number;
+}
+
 // A port of each kind, and the attributes that it has: what its running configuration shows, among others.
 const struct {
     const char *name;
@@ -177,7 +186,7 @@ TEST(config_attributes, let_the_trunking_mode_follow) {
         uint8_t trunking;
         uint8_t state;
     } cases[] = {{"fc1/1", 1, 1, 1},       {"fc1/1", 2, 2, 8},       {"fc1/1", 3, 2, 8},
-                 {"fc1/2", 1, 1, 1},       {"fc1/2", 2, 2, 1},       {"fc1/2", 3, 1, 1},
+                 {"fc1/2", 1, 1, 1},       {"fc1/2", 2, 1, 1},       {"fc1/2", 3, 1, 1},
                  {"Ethernet2/1", 1, 1, 1}, {"Ethernet2/1", 2, 2, 1}, {"Ethernet2/1", 3, 1, 1}};
     for (const auto &[name, configured, trunking, oper_state] : cases) {
         switch_state state = with_fixed_values();
@@ -189,6 +198,26 @@ TEST(config_attributes, let_the_trunking_mode_follow) {
     set(state, fc, number_element(PM_ATTR_TRUNK_MODE, 2));
     set(state, fc, number_element(PM_ATTR_ADMIN_STATE, 2));
     EXPECT_EQ(info_of(state, fc).oper_trunk_mode, 1);
+}
+
+// A running configuration that is replayed, value by value.
+TEST(config_attributes, change_nothing_when_they_are_set_to_what_they_are) {
+    for (const char *file : {"director.toml", "fixed.toml"}) {
+        const auto chassis = virtual_switch::load_chassis(std::string(SOURCE_FOLDER) + "/examples/chassis/" + file);
+        virtual_switch::configuration changes;
+        for (const auto &[if_index, at] : chassis.ports) {
+            for (const auto &attribute : virtual_switch::config_attributes) {
+                if (!has_attribute(at.kind, attribute)) continue;
+                const virtual_switch::setting_value value = value_in(*attribute.setting, at.configured);
+                EXPECT_TRUE(is_good(*attribute.setting, value)) << virtual_switch::name_of(if_index);
+                changes.settings[if_index][attribute.number] = value;
+            }
+        }
+        const auto replayed = configured(chassis, changes);
+        for (const auto &[if_index, at] : chassis.ports)
+            EXPECT_EQ(std::memcmp(&at.info, &replayed.find(if_index)->info, sizeof at.info), 0)
+                << virtual_switch::name_of(if_index);
+    }
 }
 
 TEST(config_attributes, let_the_bandwidth_follow_from_zero) {

@@ -177,6 +177,57 @@ TEST(operation, brings_automatic_speeds_to_what_they_mean) {
     }
 }
 
+TEST(operation, trunks_as_mode_and_state_say) {
+    const struct {
+        const char *name;
+        const char *settings;
+        uint8_t trunking;
+        uint8_t state;
+        uint32_t mode;
+    } cases[] = {
+        {"fc1/1", "admin_mode = 'E'", 1, 1, 4},
+        {"fc1/1", "admin_mode = 'E'\nstate = 'trunking'", 2, 8, 8},
+        {"fc1/1", "admin_mode = 'E'\nstate = 'trunking'\nadmin_trunk_mode = 'auto'", 2, 8, 8},
+        {"fc1/1", "admin_mode = 'E'\nstate = 'trunking'\nadmin_trunk_mode = 'off'", 1, 1, 4},
+        {"fc1/1", "admin_mode = 'E'\nstate = 'trunking'\noper_trunk_mode = 'off'", 1, 8, 8},
+        {"fc1/1", "state = 'down'\noper_trunk_mode = 'on'", 1, 2, 1},
+        {"Ethernet2/2", "", 2, 1, 0x100000},
+        {"Ethernet2/2", "admin_trunk_mode = 'off'", 1, 1, 0x100000},
+        {"Ethernet2/2", "admin_trunk_mode = 'auto'", 1, 1, 0x100000},
+        {"Ethernet2/2", "state = 'no-sfp'", 1, 2, 1},
+    };
+    for (const auto &[name, settings, trunking, state, mode] : cases) {
+        const pm_port_info_t info = info_of(name, std::string("[[ports]]\nname = '") + name + "'\n" + settings + "\n");
+        EXPECT_EQ(info.oper_trunk_mode, trunking) << settings;
+        EXPECT_EQ(info.oper_state, state) << settings;
+        EXPECT_EQ(info.oper_mode, mode) << settings;
+    }
+}
+
+TEST(operation, has_no_trunking_without_a_trunking_mode) {
+    const pm_port_info_t info =
+        virtual_switch::parse_chassis(base + "[[interface]]\nname = 'mgmt0'\n").find(index_of("mgmt0"))->info;
+    EXPECT_EQ(info.oper_trunk_mode, 0);
+}
+
+TEST(operation, is_shut_down_for_that_reason_alone) {
+    for (const char *settings :
+         {"state = 'shutdown'\nstate_reason = 'offline'", "state = 'no-sfp'\nadmin_state = 'down'"}) {
+        const pm_port_info_t info = info_of("fc1/1", std::string("[[ports]]\nname = 'fc1/1'\n") + settings + "\n");
+        EXPECT_EQ(info.oper_state, 2) << settings;
+        EXPECT_EQ(info.state_reason, 12) << settings;
+        EXPECT_EQ(info.admin_state, 2) << settings;
+    }
+}
+
+TEST(operation, leaves_a_bandwidth_of_their_own_to_channels_and_sub_interfaces) {
+    const std::string settings = "[[ports]]\nname = 'port-channel2, port-channel2.7, Ethernet2/2.8'\nbandwidth = 5\n";
+    for (const char *name : {"port-channel2", "port-channel2.7", "Ethernet2/2.8"})
+        EXPECT_EQ(info_of(name, settings).bandwidth, 5u) << name;
+    EXPECT_EQ(info_of("port-channel2.7", "[[ports]]\nname = 'port-channel2'\nbandwidth = 5\n").bandwidth, 5u);
+    EXPECT_EQ(info_of("port-channel2", settings + "[[ports]]\nname = 'Ethernet2/1'\nstate = 'down'\n").bandwidth, 0u);
+}
+
 TEST(channel, adds_up_to_the_largest_number_at_most) {
     const pm_port_info_t info =
         info_of("port-channel1", "[[ports]]\nname = 'fc1/1-3'\nadmin_speed = 400000\nbandwidth = 2000000000\n");
