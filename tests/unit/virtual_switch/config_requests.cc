@@ -76,7 +76,7 @@ mts_reply ask_service(virtual_switch::switch_state &state, uint32_t sap, uint32_
 
 bytes element(uint8_t attribute, uint32_t value, size_t width) {
     bytes made{attribute, static_cast<uint8_t>(width)};
-    for (size_t i = width; i > 0; --i) made.push_back(i > 4 ? 0 : static_cast<uint8_t>(value >> 8 * (i - 1)));
+    for (size_t i = width; i > 0; --i) made.push_back(i > 4 ? uint8_t{0} : static_cast<uint8_t>(value >> 8 * (i - 1)));
     return made;
 }
 
