@@ -65,8 +65,7 @@ pm_if_index_range_t read_range(pm::byte_reader &from) {
     return {first, last};
 }
 
-std::ranges::subrange<std::map<if_index_t, port>::const_iterator> ports_in(const chassis_model &model,
-                                                                           const pm_if_index_range_t &range) {
+port_run ports_in(const chassis_model &model, const pm_if_index_range_t &range) {
     const if_index_t first = range.first;
     const if_index_t last = range.last;
     if (first > last || type_of(first) != type_of(last)) return {model.ports.end(), model.ports.end()};

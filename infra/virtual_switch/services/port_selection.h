@@ -3,7 +3,6 @@
 #ifndef VIRTUAL_SWITCH_SERVICES_PORT_SELECTION_H
 #define VIRTUAL_SWITCH_SERVICES_PORT_SELECTION_H
 
-#include <ranges>
 #include <span>
 
 #include "port_mgr/types.h"
@@ -20,9 +19,23 @@ struct port_request {
 
 pm_if_index_range_t read_range(pm::byte_reader &from);
 
-// The existing ports of a range, in order; none when it is backwards or of two types.
-std::ranges::subrange<std::map<if_index_t, port>::const_iterator> ports_in(const chassis_model &model,
-                                                                           const pm_if_index_range_t &range);
+// Ports that follow one another.
+class port_run {
+  public:
+    using iterator = std::map<if_index_t, port>::const_iterator;
+    port_run(iterator begin, iterator end) : begin_(begin), end_(end) {}
+
+    [[nodiscard]] iterator begin() const { return begin_; }
+    [[nodiscard]] iterator end() const { return end_; }
+    [[nodiscard]] bool empty() const { return begin_ == end_; }
+
+  private:
+    iterator begin_;
+    iterator end_;
+};
+
+// The existing ports of a range; none when it is backwards or of two types.
+port_run ports_in(const chassis_model &model, const pm_if_index_range_t &range);
 
 // Selects the ports of a request for port information. Returns 0, or the status of the refusal.
 uint32_t select_ports(const chassis_model &model, const port_request &request, port_list &ports);
