@@ -83,6 +83,7 @@ const std::vector<line_kind> &line_kinds() {
         {"port-vsan", json::json_pointer("/port_vsan"), number},
         {"mtu", json::json_pointer("/mtu"), number},
         {"bandwidth", json::json_pointer("/bandwidth"), number},
+        {"no bandwidth", json::json_pointer("/bandwidth"), number},
         {"down-on-link-failure", json::json_pointer("/down_on_link_failure"), one_of({{"on", 3}, {"off", 4}})},
     };
     return kinds;
@@ -130,6 +131,12 @@ std::string expected_creation(const std::string &name) {
     return name.rfind("loopback", 0) == 0 ? "loopback " + name : "";
 }
 
+// What a bandwidth that is not configured follows from, in kbit/s.
+json bandwidth_of_speed(const json &port) {
+    const json &speed = port.at("oper_speed");
+    return speed.is_null() ? 0 : speed.get<uint64_t>() * 1000;
+}
+
 // Every line says what the port's record says, and no two say the same.
 void expect_fits(const block &of, const json &port) {
     EXPECT_EQ(of.name, port.at("name"));
@@ -138,7 +145,8 @@ void expect_fits(const block &of, const json &port) {
     for (const std::string &line : of.settings) {
         const line_kind *kind = kind_of(line);
         ASSERT_NE(kind, nullptr) << of.name << ": " << line;
-        EXPECT_EQ(kind->read(words_of(line, *kind)), port.at(kind->key)) << of.name << ": " << line;
+        const json value = line == "no bandwidth" ? bandwidth_of_speed(port) : kind->read(words_of(line, *kind));
+        EXPECT_EQ(value, port.at(kind->key)) << of.name << ": " << line;
         EXPECT_TRUE(keys.insert(kind->key.to_string()).second) << of.name << ": " << line;
     }
     for (const char *key : {"/admin_state", "/description", "/mtu"}) EXPECT_TRUE(keys.contains(key)) << of.name << key;
@@ -178,6 +186,7 @@ TEST_F(pmctl_running_config, shows_each_kind_with_its_settings) {
   receive-bb-credit 16
   port-vsan 10
   mtu 2112
+  no bandwidth
   down-on-link-failure off
 
 interface Ethernet4/13
@@ -190,6 +199,7 @@ interface Ethernet4/13
   auto-negotiation on
   beacon off
   mtu 1500
+  no bandwidth
   down-on-link-failure off
 
 interface mgmt0
@@ -199,6 +209,7 @@ interface mgmt0
   duplex full
   auto-negotiation on
   mtu 1500
+  no bandwidth
   down-on-link-failure off
 
 subinterface create port-channel20.30
@@ -206,6 +217,7 @@ interface port-channel20.30
   no shutdown
   description "iSCSI on the uplink"
   mtu 1500
+  no bandwidth
 )");
 }
 

@@ -62,6 +62,7 @@ TEST(command_lines, write_defaults_too) {
   speed auto
   beacon off
   receive-bb-credit default
+  no bandwidth
   down-on-link-failure off
 )");
     pm_port_info_t ethernet = idle_port("Ethernet2/7");
@@ -72,6 +73,7 @@ TEST(command_lines, write_defaults_too) {
   switchport mode auto
   speed auto
   beacon off
+  no bandwidth
   down-on-link-failure off
 )");
 }
@@ -91,23 +93,26 @@ INSTANTIATE_TEST_SUITE_P(
     all, idle_interfaces,
     testing::Values(
         idle_interface{"mgmt0",
-                       "interface mgmt0\n  no shutdown\n  no description\n  speed auto\n  down-on-link-failure off\n"},
+                       "interface mgmt0\n  no shutdown\n  no description\n  speed auto\n  no bandwidth\n  "
+                       "down-on-link-failure off\n"},
         idle_interface{"fcip1",
                        "interface fcip1\n  no shutdown\n  no description\n  switchport mode auto\n"
-                       "  speed auto\n  down-on-link-failure off\n"},
+                       "  speed auto\n  no bandwidth\n  down-on-link-failure off\n"},
         idle_interface{"port-channel5",
                        "interface port-channel5\n  no shutdown\n  no description\n"
-                       "  switchport mode auto\n  speed auto\n  down-on-link-failure off\n"},
-        idle_interface{"if11-1/2", "interface if11-1/2\n  no shutdown\n  no description\n  down-on-link-failure off\n"},
+                       "  switchport mode auto\n  speed auto\n  no bandwidth\n  down-on-link-failure off\n"},
+        idle_interface{
+            "if11-1/2",
+            "interface if11-1/2\n  no shutdown\n  no description\n  no bandwidth\n  down-on-link-failure off\n"},
         idle_interface{"loopback1",
                        "loopback create loopback1\ninterface loopback1\n  no shutdown\n"
-                       "  no description\n"},
+                       "  no description\n  no bandwidth\n"},
         idle_interface{"Ethernet2/7.100",
                        "subinterface create Ethernet2/7.100\ninterface Ethernet2/7.100\n"
-                       "  no shutdown\n  no description\n"},
+                       "  no shutdown\n  no description\n  no bandwidth\n"},
         idle_interface{"port-channel20.30",
                        "subinterface create port-channel20.30\ninterface port-channel20.30\n"
-                       "  no shutdown\n  no description\n"}));
+                       "  no shutdown\n  no description\n  no bandwidth\n"}));
 
 class every_kind : public testing::TestWithParam<const char *> {};
 
@@ -156,17 +161,13 @@ TEST(command_lines, leave_out_values_that_a_setting_cannot_have) {
 )");
 }
 
-TEST(command_lines, leave_out_a_bandwidth_that_follows_from_the_speed) {
+TEST(command_lines, write_a_bandwidth_where_one_is_set) {
     pm_port_info_t port = full_port();
     port.oper_speed = 4000;
     port.bandwidth = 4000000;
-    EXPECT_THAT(command_lines(port), Not(HasSubstr("bandwidth")));
-    port.bandwidth = 4000001;
-    EXPECT_THAT(command_lines(port), HasSubstr("  bandwidth 4000001\n"));
-    // A speed that is not known times 1000 does not fit a record.
-    port.oper_speed = 0xffffffff;
-    port.bandwidth = 0xfffffc18;
-    EXPECT_THAT(command_lines(port), HasSubstr("  bandwidth 4294966296\n"));
+    EXPECT_THAT(command_lines(port), HasSubstr("  bandwidth 4000000\n")) << "which is what follows from the speed, too";
+    port.bandwidth = 0;
+    EXPECT_THAT(command_lines(port), HasSubstr("  no bandwidth\n"));
 }
 
 TEST(command_lines, shut_down_and_describe) {
@@ -180,8 +181,12 @@ TEST(command_lines, shut_down_and_describe) {
 
 TEST(command_lines, write_speeds_as_the_command_line_takes_them) {
     pm_port_info_t port = idle_port("fc1/4");
-    for (const auto &[speed, words] : std::vector<std::pair<uint32_t, std::string>>{
-             {1, "auto max 2000"}, {2, "auto max 4000"}, {110, "auto 10 100"}, {10000, "10000"}, {16000, "auto"}}) {
+    for (const auto &[speed, words] : std::vector<std::pair<uint32_t, std::string>>{{1, "auto max 2000"},
+                                                                                    {2, "auto max 4000"},
+                                                                                    {110, "auto 10 100"},
+                                                                                    {10000, "10000"},
+                                                                                    {16000, "16000"},
+                                                                                    {0, "auto"}}) {
         port.admin_speed = speed;
         EXPECT_THAT(command_lines(port), HasSubstr("  speed " + words + "\n"));
     }

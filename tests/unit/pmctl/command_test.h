@@ -27,6 +27,14 @@ class command_test : public testing::Test {
         the_switch.ranges[range] = {0, 0, std::move(ports)};
     }
 
+    static void answer_configured(const char *interfaces, std::vector<pm_port_info_t> ports) {
+        the_switch.configured[interfaces] = {0, 0, std::move(ports)};
+    }
+
+    static void refuse_configured(const char *interfaces, uint32_t status) {
+        the_switch.configured[interfaces] = {0, status, {}};
+    }
+
     static void refuse(const char *range, uint32_t status) { the_switch.ranges[range] = {0, status, {}}; }
 
     static void fail(const char *range, uint32_t error) { the_switch.ranges[range] = {error, 0, {}}; }

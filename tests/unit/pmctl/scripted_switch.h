@@ -10,6 +10,15 @@
 
 #include "port_mgr/port_info_response.h"
 
+// A change that the switch was asked for.
+struct asked_change {
+    std::string interfaces;  // "fc1/1 fc1/2"; of sub-interfaces and loopbacks "create fc1/1 fc1/2"
+    uint8_t attribute = 0;
+    std::vector<uint8_t> value;
+
+    bool operator==(const asked_change &) const = default;
+};
+
 struct scripted_switch {
     int open_error = 0;             // why no handle can be opened
     bool port_manager_runs = true;  // what a get-next finds
@@ -25,7 +34,18 @@ struct scripted_switch {
     };
     std::map<std::string, range_answer> ranges;  // by "first last"
 
-    std::vector<std::string> asked;  // every query: "all", "brief", "next", "first last"
+    std::map<std::string, range_answer> configured;  // by the interfaces asked about, "first last" each
+    std::map<uint8_t, range_answer> modules;         // by the type of interface, as the status and its ports
+    std::map<std::string, uint32_t> services;        // that own interfaces, by the name; else 43
+    std::map<std::string, uint32_t> set_statuses;    // of what an interface is set to, by its name; else 0
+    std::map<std::string, uint32_t> set_failures;    // the status of a request without results, by its first interface
+    std::vector<std::string> silent;                 // interfaces that no service says anything about
+    uint32_t creation_status = 0;
+
+    std::vector<asked_change> changes;
+    std::vector<std::string> asked_by;  // the two texts of each set
+
+    std::vector<std::string> asked;  // every query: "all", "brief", "next", "first last", "module 3 type 1"
     int open_handles = 0;
     int undropped_messages = 0;
 };

@@ -22,6 +22,13 @@ std::vector<interface_range> named_ranges(const arguments &given) {
     return all;
 }
 
+std::vector<if_index_t> interfaces_of_switch() {
+    std::vector<if_index_t> all;
+    const auto ports = switch_client().brief_ports();
+    for (const pm_port_info_brief_t &port : ports.all()) all.push_back(port.if_index);
+    return all;
+}
+
 std::vector<pm_port_info_t> asked_ports(const std::vector<interface_range> &ranges,
                                         std::vector<std::string> &failures) {
     std::vector<pm_port_info_t> ports;

@@ -13,6 +13,9 @@ namespace pmctl {
 // The ranges given as NAME, none for every interface. Throws usage_error.
 std::vector<interface_range> named_ranges(const arguments &given);
 
+// Every interface of the switch. Throws as a query does.
+std::vector<if_index_t> interfaces_of_switch();
+
 // Runs a query and notes what went wrong. Returns false when asking on is of no use.
 template <typename Query>
 bool attempt(std::vector<std::string> &failures, const Query &query) {

@@ -7,7 +7,6 @@
 #include "port_mgr/port_capabilities.h"
 #include "port_mgr/transceiver_kind.h"
 #include "switch/interface_names.h"
-#include "switch/switch_client.h"
 
 namespace pmctl {
 namespace {
@@ -36,27 +35,13 @@ constexpr capability capabilities[] = {
     {"xgfc", "xgfc", pm_is_xgfc_interface},
 };
 
-std::vector<if_index_t> members_of(const std::vector<interface_range> &ranges) {
-    std::vector<if_index_t> all;
-    for (const interface_range &range : ranges)
-        for (uint32_t offset = 0; offset < range.count(); ++offset) all.push_back(range.member(offset));
-    return all;
-}
-
-std::vector<if_index_t> interfaces_of_switch(std::vector<std::string> &failures) {
-    std::vector<if_index_t> all;
-    attempt(failures, [&all] {
-        const auto ports = switch_client().brief_ports();
-        for (const pm_port_info_brief_t &port : ports.all()) all.push_back(port.if_index);
-    });
-    return all;
-}
-
 std::vector<if_index_t> asked_interfaces(const arguments &given, std::vector<std::string> &failures) {
     const std::vector<interface_range> ranges = named_ranges(given);
-    if (given.has("--all")) return interfaces_of_switch(failures);
-    if (ranges.empty()) throw usage_error("show interface capabilities needs names of interfaces, or --all");
-    return members_of(ranges);
+    if (ranges.empty() && !given.has("--all"))
+        throw usage_error("show interface capabilities needs names of interfaces, or --all");
+    std::vector<if_index_t> all = members_of(ranges);
+    if (given.has("--all")) attempt(failures, [&all] { all = interfaces_of_switch(); });
+    return all;
 }
 
 sheet table_of(const std::vector<if_index_t> &interfaces) {

@@ -5,9 +5,12 @@
 
 #include <string>
 
-#include "port_mgr/port_info_record.h"
+#include "settings/setting_table.h"
 
 namespace pmctl {
+
+// The line that makes a change, or nothing when it is no value of the setting.
+std::string setting_line(const setting_change &change);
 
 // A line that names the interface, after one that creates it when it is a sub-interface or a loopback, and an indented
 // line for each setting.

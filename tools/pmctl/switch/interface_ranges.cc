@@ -108,4 +108,11 @@ if_index_t interface_range::member(uint32_t offset) const {
     return step(first_, last_, offset).value_or(first_);
 }
 
+std::vector<if_index_t> members_of(const std::vector<interface_range> &ranges) {
+    std::vector<if_index_t> all;
+    for (const interface_range &range : ranges)
+        for (uint32_t offset = 0; offset < range.count(); ++offset) all.push_back(range.member(offset));
+    return all;
+}
+
 }  // namespace pmctl

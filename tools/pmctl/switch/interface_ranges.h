@@ -5,6 +5,7 @@
 
 #include <cstdint>
 #include <string>
+#include <vector>
 
 #include "platform/types.h"
 
@@ -31,6 +32,9 @@ class interface_range {
     uint32_t count_;
     uint32_t spacing_;  // from member to member; 0: the library steps
 };
+
+// Every interface of the ranges, in their order.
+std::vector<if_index_t> members_of(const std::vector<interface_range> &ranges);
 
 }  // namespace pmctl
 

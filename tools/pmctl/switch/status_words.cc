@@ -35,4 +35,6 @@ std::string status_words(status_source source, uint32_t status) {
     return fmt::format("status {:#x}", status);
 }
 
+bool is_transport_error(uint32_t status) { return status != 0 && status <= last_error_number; }
+
 }  // namespace pmctl

@@ -15,6 +15,9 @@ enum class status_source { request, answer };
 // For example "Connection timed out" or "PM_ERR_REJECTED (0x40290009)".
 std::string status_words(status_source source, uint32_t status);
 
+// Whether the status of a request that waited for its answer is the transport's, or tells that memory ran out.
+bool is_transport_error(uint32_t status);
+
 }  // namespace pmctl
 
 #endif

@@ -1,0 +1,35 @@
+// SPDX-License-Identifier: Apache-2.0
+// The values of a setting as words, in both directions: what is written reads back to the same value.
+#ifndef PMCTL_SETTINGS_VOCABULARY_H
+#define PMCTL_SETTINGS_VOCABULARY_H
+
+#include <cstdint>
+#include <optional>
+#include <span>
+#include <string>
+#include <vector>
+
+namespace pmctl {
+
+struct vocabulary {
+    std::span<const uint32_t> worded = {};     // values that have words; of two with the same words the first has them
+    std::string (*words)(uint32_t) = nullptr;  // of these
+    uint32_t least = 1;                        // values that are written as numbers; none when `most` is less
+    uint32_t most = 0;
+};
+
+// Nothing for what is no value.
+std::optional<std::string> written_value(const vocabulary &of, uint32_t value);
+
+// A value that has words is not taken as a number: some of them are codes that mean no amount.
+std::optional<uint32_t> read_value(const vocabulary &of, const std::string &text);
+
+// Every text that stands for a value.
+std::vector<std::string> value_words(const vocabulary &of);
+
+// For people: "off, on, auto or a number from 1 to 65535".
+std::string values_taken(const vocabulary &of);
+
+}  // namespace pmctl
+
+#endif

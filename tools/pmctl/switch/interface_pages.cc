@@ -1,0 +1,72 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "switch/interface_pages.h"
+
+#include <algorithm>
+#include <set>
+
+#include <fmt/core.h>
+
+#include "platform_dev/if_index_dev.h"
+#include "port_mgr/service_selection.h"
+#include "switch/interface_names.h"
+
+namespace pmctl {
+namespace {
+
+constexpr uint32_t range_members = 16;
+constexpr size_t page_interfaces = 64;
+constexpr uint16_t last_sub_number = 4095;
+
+// The end of a page of a range. A member's sub-interfaces follow it, and none may fall between two pages.
+if_index_t end_of_page(const interface_range &range, uint32_t begin) {
+    if (range.count() - begin <= range_members) return range.last();
+    const if_index_t member = range.member(begin + range_members - 1);
+    if_index_t last_sub_interface;
+    return if_index_sub_intf_init(&last_sub_interface, member, last_sub_number) == 0 ? last_sub_interface : member;
+}
+
+// What decides about the way of a request.
+struct owner {
+    uint8_t type;
+    bool is_sub_interface;
+    uint32_t service;
+
+    bool operator==(const owner &) const = default;
+};
+
+owner owner_of(if_index_t index) {
+    return {interface_type(index), if_index_get_mainintf_from_subintf(index) != index, pm_get_mts_sap(index)};
+}
+
+bool has_room_for(const interface_page &page, if_index_t index) {
+    return page.size() < page_interfaces && owner_of(page.front().first) == owner_of(index);
+}
+
+}  // namespace
+
+std::vector<pm_if_index_range_t> range_pages(const interface_range &range) {
+    std::vector<pm_if_index_range_t> pages;
+    for (uint32_t begin = 0; begin < range.count(); begin += range_members)
+        pages.push_back({range.member(begin), end_of_page(range, begin)});
+    return pages;
+}
+
+std::vector<interface_page> owner_pages(const std::vector<if_index_t> &interfaces) {
+    std::vector<interface_page> pages;
+    std::set<if_index_t> seen;
+    for (const if_index_t index : interfaces) {
+        if (!seen.insert(index).second) continue;
+        const auto found = std::find_if(pages.begin(), pages.end(),
+                                        [index](const interface_page &page) { return has_room_for(page, index); });
+        interface_page &page = found == pages.end() ? pages.emplace_back() : *found;
+        page.push_back({index, index});
+    }
+    return pages;
+}
+
+std::string page_name(const interface_page &page) {
+    const std::string first = interface_name(page.front().first);
+    return page.size() == 1 ? first : fmt::format("{} and {} more", first, page.size() - 1);
+}
+
+}  // namespace pmctl

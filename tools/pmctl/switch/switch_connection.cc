@@ -1,0 +1,80 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "switch/switch_connection.h"
+
+#include <cerrno>
+#include <climits>
+
+#include <fmt/core.h>
+
+#include <system_error>
+
+#include "failure.h"
+#include "platform_dev/mts_dev.h"
+#include "port_mgr/port_info_request.h"
+#include "switch/status_words.h"
+
+namespace pmctl {
+namespace {
+
+// The run-time directory for messages.
+std::string runtime_directory() {
+    char path[PATH_MAX] = "";
+    mts_dev_runtime_dir(path, sizeof path);
+    return *path != '\0' ? path : "the run-time directory";
+}
+
+std::string reason_not_to_open(int error) {
+    if (error == EPERM) return "it must be a directory of your own with mode 0700";
+    return std::generic_category().message(error);
+}
+
+mts_handle_t open_or_throw() {
+    const mts_handle_t handle = mts_dev_open();
+    const int error = errno;
+    if (handle == 0)
+        throw switch_unavailable(
+            fmt::format("cannot open the message transport in {}: {}", runtime_directory(), reason_not_to_open(error)));
+    return handle;
+}
+
+std::string not_running() {
+    return fmt::format("no switch is running in {}: start one with: pm-virtual-switch examples/chassis/director.toml",
+                       runtime_directory());
+}
+
+}  // namespace
+
+open_handle::open_handle() : handle_(open_or_throw()) {}
+
+open_handle::~open_handle() { mts_dev_close(handle_); }
+
+// A service that is missing beside a port manager that answers concerns this question only.
+void switch_connection::check_request(const std::string &subject, uint32_t status) const {
+    if (status == 0) return;
+    if (status != EHOSTUNREACH)
+        throw switch_unavailable(fmt::format("{}: {}", subject, status_words(status_source::request, status)));
+    if (!port_manager_answers()) throw switch_unavailable(not_running());
+    throw query_refused(fmt::format("{}: its service does not run on this switch", subject));
+}
+
+void switch_connection::check_answer(const std::string &subject, uint32_t status) {
+    if (status == 0) return;
+    throw query_refused(fmt::format("{}: {}", subject, status_words(status_source::answer, status)));
+}
+
+void switch_connection::check_exchange(const std::string &subject, uint32_t status) const {
+    if (is_transport_error(status))
+        check_request(subject, status);
+    else
+        check_answer(subject, status);
+}
+
+bool switch_connection::port_manager_answers() const {
+    constexpr if_index_t before_the_first = 0;
+    mts_msg_t response{};
+    if (pm_get_next_port_info(handle(), before_the_first, &response) != 0) return false;
+    const received_message message(handle(), response);
+    return true;
+}
+
+}  // namespace pmctl
