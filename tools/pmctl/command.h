@@ -17,7 +17,8 @@ namespace pmctl {
 enum class argument_kind : uint8_t {
     flag,    // "--json"
     option,  // "--color WHEN": a flag and one word after it
-    words    // any number of words in their place, of which a command has one
+    word,    // one word in its place
+    words    // any number of words in their place
 };
 
 // What the words of an argument must be; completion offers them where it can.
@@ -25,6 +26,9 @@ enum class argument_content : uint8_t {
     text,
     choice,      // one of `choices`
     interfaces,  // names and ranges of interfaces, with commas between
+    setting,     // the words of a setting
+    module,      // the number of a module
+    file,        // the name of a file
     seconds,     // a number of seconds to wait
     command      // the words of a command
 };
@@ -36,6 +40,7 @@ struct argument {
     argument_content content = argument_content::text;
     std::span<const char *const> choices = {};
     const char *value = "";  // what help calls the word of an option: "WHEN"
+    bool is_required = false;
 };
 
 constexpr bool is_option(const argument &taken) {

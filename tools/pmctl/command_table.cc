@@ -5,9 +5,11 @@
 #include <algorithm>
 
 #include "commands/complete.h"
+#include "commands/config.h"
 #include "commands/help.h"
 #include "commands/show_capabilities.h"
 #include "commands/show_interface.h"
+#include "commands/show_module.h"
 #include "commands/show_reasons.h"
 #include "commands/show_running_config.h"
 
@@ -41,6 +43,27 @@ constexpr argument complete_arguments[] = {
     {"WORD", words, "The words of a command line up to the one to complete"},
 };
 
+// Of the commands that configure.
+constexpr argument configured_interfaces = {
+    "RANGE", words, "Interfaces or ranges of them: fc1/1-12, fc2/3 port-channel5", content::interfaces, {}, "", true};
+
+constexpr argument file_arguments[] = {
+    {"FILE",
+     word,
+     "A file of lines as show running-config prints them; -: standard input",
+     content::file,
+     {},
+     "",
+     true},
+};
+
+constexpr argument setting_arguments[] = {
+    configured_interfaces,
+    {"SETTING", words, "What to set, and its value", content::setting, {}, "", true},
+};
+
+constexpr argument created_arguments[] = {configured_interfaces};
+
 constexpr argument help_arguments[] = {
     {"COMMAND", words, "The words of the command; none: all commands", content::command},
 };
@@ -66,10 +89,39 @@ constexpr argument reason_arguments[] = {
     json_flag,
 };
 
+constexpr const char *module_choices[] = {"interfaces"};
+
+constexpr argument module_arguments[] = {
+    {"N", word, "The number of the module, counted from 1", content::module, {}, "", true},
+    {"interfaces", word, "This word", content::choice, module_choices, "", true},
+    json_flag,
+};
+
 constexpr argument running_config_arguments[] = {optional_names};
 
 constexpr command commands[] = {
     {"complete", "", complete_arguments, "", run_complete},
+    {"config", "Change the configuration, by the lines of a file", file_arguments,
+     "  pmctl config lab.cfg\n"
+     "  pmctl show running-config > lab.cfg\n"
+     "  ssh lab pmctl show running-config | pmctl config -\n",
+     run_config_file},
+    {"config interface", "Change a setting of interfaces", setting_arguments,
+     "  pmctl config interface fc1/1-4, fc2/1 no shutdown\n"
+     "  pmctl config interface fc1/1 switchport mode E\n"
+     "  pmctl config interface Ethernet4/7 description uplink to the core\n"
+     "  pmctl config interface port-channel5 speed auto max 4000\n",
+     run_config_interface},
+    {"config loopback", "Create or delete loopbacks", {}, "", nullptr},
+    {"config loopback create", "Create loopbacks", created_arguments, "  pmctl config loopback create loopback2-5\n",
+     run_create_loopbacks},
+    {"config loopback delete", "Delete loopbacks", created_arguments, "  pmctl config loopback delete loopback2\n",
+     run_delete_loopbacks},
+    {"config subinterface", "Create or delete sub-interfaces", {}, "", nullptr},
+    {"config subinterface create", "Create sub-interfaces", created_arguments,
+     "  pmctl config subinterface create Ethernet4/7.100-120 port-channel20.30\n", run_create_sub_interfaces},
+    {"config subinterface delete", "Delete sub-interfaces", created_arguments,
+     "  pmctl config subinterface delete Ethernet4/7.100-120\n", run_delete_sub_interfaces},
     {"help", "Explain a command", help_arguments,
      "  pmctl help\n"
      "  pmctl help show interface\n",
@@ -94,6 +146,10 @@ constexpr command commands[] = {
      "  pmctl show interface reasons\n"
      "  pmctl show interface reasons --all --json\n",
      run_show_reasons},
+    {"show module", "Show one line for each interface of a module", module_arguments,
+     "  pmctl show module 3 interfaces\n"
+     "  pmctl show module 3 interfaces --json\n",
+     run_show_module},
     {"show running-config", "Show the settings of interfaces as command lines", running_config_arguments,
      "  pmctl show running-config\n"
      "  pmctl show running-config fc1/1-4 port-channel5\n",

@@ -5,6 +5,7 @@
 
 #include <stdexcept>
 #include <string>
+#include <vector>
 
 namespace pmctl {
 
@@ -14,6 +15,17 @@ std::string shown_word(const std::string &word);
 // The command line was wrong.
 class usage_error : public std::runtime_error {
     using std::runtime_error::runtime_error;
+};
+
+// The same, several times: a line each.
+class usage_errors : public usage_error {
+  public:
+    explicit usage_errors(std::vector<std::string> lines);
+
+    [[nodiscard]] const std::vector<std::string> &lines() const { return lines_; }
+
+  private:
+    std::vector<std::string> lines_;
 };
 
 // The same: a word is no name of an interface. Another may have been meant.

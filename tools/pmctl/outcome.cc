@@ -17,6 +17,8 @@ answer run_command(const invocation &call) try {
     check_words(*call.what, call.given);
     command_result result = call.what->run(call.given);
     return {result.failures.empty() ? exit_done : exit_failed, std::move(result.output), std::move(result.failures)};
+} catch (const usage_errors &errors) {
+    return {exit_usage, {}, errors.lines()};
 } catch (const usage_error &error) {
     return {exit_usage, {}, {error.what()}};
 } catch (const std::bad_alloc &) {

@@ -55,6 +55,17 @@ INSTANTIATE_TEST_SUITE_P(
                     typed_name{"fc1/1,", "not an interface name: \"\"; see pmctl show interface --help"},
                     typed_name{"fc1/12-1", "the range runs backwards: fc1/12-1"}));
 
+TEST(typed_lists, may_be_parted_at_commas) {
+    const auto refusal = [](const std::vector<const char *> &words) {
+        arguments given;
+        for (const char *word : words) given.add("NAME", word);
+        return refusal_of([&given] { check_words(*pmctl::find_command("show interface"), given); });
+    };
+    EXPECT_EQ(refusal({"fc1/1,", "fc1/2", ",mgmt0", ",", "fc1/3"}), "accepted");
+    EXPECT_EQ(refusal({"fc1/1,", "fx1/2"}), "not an interface name: fx1/2; did you mean fc1/2?");
+    EXPECT_EQ(refusal({"fc1/1,", ",fc1/2"}), "not an interface name: \"\"; see pmctl show interface --help");
+}
+
 TEST(choices, are_held_to) {
     const auto refusal = [](const char *typed) {
         arguments given;

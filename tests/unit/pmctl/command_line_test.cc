@@ -80,6 +80,34 @@ TEST(command_line, takes_a_dash_and_a_negative_number_for_words) {
     EXPECT_THAT(parse({"show", "interface", "-", "-4"}).given.words("NAME"), ElementsAre("-", "-4"));
 }
 
+TEST(command_line, parts_names_from_the_setting) {
+    const auto given = [](std::vector<const char *> words) {
+        words.insert(words.begin(), {"config", "interface"});
+        const auto call = parse(std::move(words));
+        return std::pair{call.given.words("RANGE"), call.given.words("SETTING")};
+    };
+    using strings = std::vector<std::string>;
+    EXPECT_EQ(given({"fc1/1", "shutdown"}), (std::pair{strings{"fc1/1"}, strings{"shutdown"}}));
+    EXPECT_EQ(given({"fc1/1", ",", "fc1/2", "mgmt0", "speed", "auto", "10", "100"}),
+              (std::pair{strings{"fc1/1", ",", "fc1/2", "mgmt0"}, strings{"speed", "auto", "10", "100"}}));
+    EXPECT_EQ(given({"shutdown", "shutdown"}), (std::pair{strings{"shutdown"}, strings{"shutdown"}}));
+    EXPECT_EQ(given({"fc1/1,", "shutdown", "no"}), (std::pair{strings{"fc1/1,", "shutdown"}, strings{"no"}}));
+    EXPECT_EQ(given({"fc1/1", "description", "show", "interface", "config", "brief"}),
+              (std::pair{strings{"fc1/1"}, strings{"description", "show", "interface", "config", "brief"}}));
+    EXPECT_EQ(given({"fc1/1", "description", "++", "x", "++", "--", "--json"}),
+              (std::pair{strings{"fc1/1"}, strings{"description", "++", "x", "++", "--json"}}));
+}
+
+TEST(command_line, fills_places_in_their_order) {
+    const auto call = parse({"show", "module", "3", "--json", "interfaces"});
+    EXPECT_EQ(call.what->words, "show module");
+    EXPECT_THAT(call.given.words("N"), ElementsAre("3"));
+    EXPECT_THAT(call.given.words("interfaces"), ElementsAre("interfaces"));
+    EXPECT_THAT(parse({"config", "-"}).given.words("FILE"), ElementsAre("-"));
+    EXPECT_THAT(parse({"config", "-", "--verbose"}).given.words("FILE"), ElementsAre("-"));
+    EXPECT_THAT(parse({"config", "--", "interface"}).given.words("FILE"), ElementsAre("interface"));
+}
+
 struct bad_line {
     std::vector<const char *> words;
     const char *refusal;
@@ -117,6 +145,23 @@ INSTANTIATE_TEST_SUITE_P(
         bad_line{{"show", "interface", "--color"}, "--color needs WHEN"},
         bad_line{{"show", "interface", "--color="}, "--color needs WHEN"},
         bad_line{{"--color", "auto", "--color=auto", "show"}, "--color is given twice"},
+        bad_line{{"config"}, "config needs FILE; see pmctl config --help"},
+        bad_line{{"config", "lab.cfg", "fc1/1"}, "not a known word here: fc1/1; see pmctl config --help"},
+        bad_line{{"config", "interfce", "fc1/1", "shutdown"},
+                 "not a known word here: interfce; did you mean "
+                 "interface?"},
+        bad_line{{"config", "--", "-", "-"}, "not a known word here: -; see pmctl config --help"},
+        bad_line{{"config", "interface"}, "config interface needs RANGE; see pmctl config interface --help"},
+        bad_line{{"config", "interface", "fc1/1"}, "config interface needs SETTING; see pmctl config interface --help"},
+        bad_line{{"config", "interface", "fc1/1,", "shutdown"},
+                 "config interface needs SETTING; see pmctl config interface --help"},
+        bad_line{{"config", "subinterface"}, "the command is not complete: see pmctl config subinterface --help"},
+        bad_line{{"config", "loopback", "create"},
+                 "config loopback create needs RANGE; see pmctl config loopback "
+                 "create --help"},
+        bad_line{{"show", "module"}, "show module needs N; see pmctl show module --help"},
+        bad_line{{"show", "module", "3"}, "show module needs interfaces; see pmctl show module --help"},
+        bad_line{{"show", "module", "3", "interfaces", "4"}, "show module does not take: 4"},
         bad_line{{"show", "interface", "brief", "--all"}, "show interface brief does not take: --all"},
         bad_line{{"show", "interface", "brief", "fc1/1"}, "show interface brief does not take: fc1/1"},
         bad_line{{"show", "interface", "fc1/1", "brief"}, "show interface brief does not take: fc1/1"}));

@@ -88,6 +88,25 @@ TEST(completions, are_none_after_what_makes_no_command) {
     EXPECT_EQ(times_asked, 0);
 }
 
+TEST(completions, are_settings_after_names) {
+    EXPECT_THAT(completed({"config", "interface", "fc1"}), ElementsAre("fc1/1", "fc1/2"));
+    EXPECT_THAT(completed({"config", "interface", "fc1/1,", "fc2"}), ElementsAre("fc2/1"));
+    EXPECT_THAT(completed({"config", "interface", "fc1/1", ""}), AllOf(Contains("shutdown"), Not(Contains("fc1/2"))));
+    EXPECT_THAT(completed({"config", "interface", "fc1/1", "sw"}), ElementsAre("switchport"));
+    EXPECT_THAT(completed({"config", "interface", "fc1/1", "switchport", "mode", "T"}),
+                ElementsAre("TE", "TL", "trunk", "TF", "TNP"));
+    EXPECT_THAT(completed({"config", "interface", "fc1/1", "duplex", "half", ""}), IsEmpty());
+    EXPECT_THAT(completed({"config", "subinterface", "create", "eth"}), ElementsAre("Ethernet2/7"));
+}
+
+TEST(completions, follow_the_places_of_a_command) {
+    EXPECT_THAT(completed({"show", "module", ""}), IsEmpty());
+    EXPECT_THAT(completed({"show", "module", "3", ""}), ElementsAre("interfaces"));
+    EXPECT_THAT(completed({"show", "module", "3", "interfaces", ""}), IsEmpty());
+    EXPECT_THAT(completed({"config", ""}), ElementsAre("interface", "loopback", "subinterface"));
+    EXPECT_THAT(completed({"config", "lab"}), IsEmpty());
+}
+
 TEST(completions, of_help_are_commands) {
     EXPECT_THAT(completed({"help", "sh"}), ElementsAre("show"));
     EXPECT_THAT(completed({"help", "show", "interface", ""}), AllOf(Contains("brief"), Not(Contains("fc1/1"))));

@@ -57,6 +57,14 @@ TEST(help_text, says_all_of_every_command) {
     }
 }
 
+TEST(help_text, lists_the_settings) {
+    const std::string text = pmctl::help_text(pmctl::find_command("config interface"));
+    EXPECT_THAT(text, StartsWith("Usage: pmctl config interface RANGE... SETTING...\n"));
+    EXPECT_THAT(text, HasSubstr("\n  no shutdown            takes no value\n"));
+    EXPECT_THAT(text, HasSubstr("\n  duplex                 half, full or auto\n"));
+    EXPECT_THAT(text, HasSubstr("\n  description            a text of at most 80 bytes\n"));
+}
+
 TEST(help_text, fits_eighty_columns) {
     for (const auto &each : pmctl::all_commands()) {
         std::istringstream lines(pmctl::help_text(&each));

@@ -6,10 +6,11 @@
 
 #include <fmt/core.h>
 
+#include "command_line/interface_words.h"
 #include "command_line/suggestion.h"
 #include "command_table.h"
 #include "failure.h"
-#include "switch/interface_names.h"
+#include "settings/setting_reader.h"
 
 namespace pmctl {
 namespace {
@@ -17,46 +18,10 @@ namespace {
 constexpr double shortest_wait = 0.1;
 constexpr double longest_wait = 86400;
 
-constexpr std::string_view digits = "0123456789";
-
-// Abbreviations are what typing errors are made in, too.
-constexpr const char *interface_kinds[] = {"fc", "Ethernet", "eth", "port-channel", "po", "fcip", "mgmt", "loopback"};
-
 bool takes(const command &of, const std::string &name) {
     const auto is_named = [&name](const argument &each) { return each.name == name; };
     return std::any_of(of.takes.begin(), of.takes.end(), is_named) ||
            std::any_of(global_options().begin(), global_options().end(), is_named);
-}
-
-bool are_interfaces(const std::string &text) try {
-    parse_interface_ranges(text);
-    return true;
-} catch (const usage_error &) {
-    return false;
-}
-
-// "fc1/1" for "fx1/1": what the name is with a kind that exists.
-std::vector<std::string> with_other_kinds(const std::string &name) {
-    const size_t end = std::min(name.find_first_of(digits), name.size());
-    const std::vector<std::string> kinds(std::begin(interface_kinds), std::end(interface_kinds));
-    std::vector<std::string> names;
-    for (const std::string &kind : nearest(name.substr(0, end), kinds))
-        if (are_interfaces(kind + name.substr(end))) names.push_back(kind + name.substr(end));
-    return names;
-}
-
-// A sub-command may have been meant, or an interface of another kind.
-std::string meant_instead(const std::string &name, const command &of) {
-    std::vector<std::string> meant = nearest(name, words_below(of.words));
-    for (const std::string &other : with_other_kinds(name)) meant.push_back(other);
-    return meant.empty() ? fmt::format("; see pmctl {} --help", of.words)
-                         : fmt::format("; did you mean {}?", alternatives(meant));
-}
-
-void check_interfaces(const std::string &list, const command &of) try {
-    parse_interface_ranges(list);
-} catch (const unknown_name &error) {
-    throw usage_error(error.what() + meant_instead(error.name(), of));
 }
 
 void check_choice(const argument &taken, const std::string &word) {
@@ -66,10 +31,22 @@ void check_choice(const argument &taken, const std::string &word) {
                                   did_you_mean(word, choices, fmt::format("; it takes {}", alternatives(choices)))));
 }
 
-void check_word(const argument &taken, const std::string &word, const command &of) {
+// A sub-command may have been meant, or an interface of another kind.
+void check_interfaces(const std::vector<std::string> &words, const command &of) {
+    interfaces_named(words, words_below(of.words), fmt::format("; see pmctl {} --help", of.words));
+}
+
+void check_word(const argument &taken, const std::string &word) {
     if (taken.content == argument_content::choice) check_choice(taken, word);
     if (taken.content == argument_content::seconds) parse_seconds(word);
-    if (taken.content == argument_content::interfaces) check_interfaces(word, of);
+    if (taken.content == argument_content::module) parse_module(word);
+}
+
+void check_argument(const argument &taken, const std::vector<std::string> &words, const command &of) {
+    if (words.empty()) return;
+    for (const std::string &word : words) check_word(taken, word);
+    if (taken.content == argument_content::interfaces) check_interfaces(words, of);
+    if (taken.content == argument_content::setting) read_setting(words);
 }
 
 }  // namespace
@@ -79,11 +56,15 @@ void check_options(const command &of, const arguments &given) {
         if (!takes(of, name)) throw usage_error(fmt::format("{} does not take: {}", of.words, name));
 }
 
-void check_words(const command &of, const arguments &given) {
+void check_presence(const command &of, const arguments &given) {
     for (const argument &each : of.takes)
-        for (const std::string &word : given.words(each.name)) check_word(each, word, of);
-    for (const argument &each : global_options())
-        for (const std::string &word : given.words(each.name)) check_word(each, word, of);
+        if (each.is_required && !given.has(each.name))
+            throw usage_error(fmt::format("{} needs {}; see pmctl {} --help", of.words, each.name, of.words));
+}
+
+void check_words(const command &of, const arguments &given) {
+    for (const argument &each : of.takes) check_argument(each, given.words(each.name), of);
+    for (const argument &each : global_options()) check_argument(each, given.words(each.name), of);
 }
 
 double parse_seconds(const std::string &text) {
@@ -93,6 +74,14 @@ double parse_seconds(const std::string &text) {
     if (error == std::errc{} && rest == end && seconds >= shortest_wait && seconds <= longest_wait) return seconds;
     throw usage_error(
         fmt::format("not a number of seconds from {} to {}: {}", shortest_wait, longest_wait, shown_word(text)));
+}
+
+uint8_t parse_module(const std::string &text) {
+    uint8_t number = 0;
+    const char *end = text.data() + text.size();
+    const auto [rest, error] = std::from_chars(text.data(), end, number);
+    if (error == std::errc{} && rest == end && number > 0) return number;
+    throw usage_error(fmt::format("not the number of a module, from 1 to 255: {}", shown_word(text)));
 }
 
 }  // namespace pmctl

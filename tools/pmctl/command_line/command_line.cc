@@ -26,6 +26,7 @@ invocation parse_command_line(int argc, const char *const *argv) {
     if (named == nullptr || named->run == nullptr)
         throw usage_error(fmt::format("the command is not complete: see {}", help_hint(read)));
     check_options(*named, given);
+    check_presence(*named, given);
     return {named, given, {}, line};
 }
 

@@ -6,6 +6,7 @@
 #include "command_line/word_reader.h"
 #include "command_table.h"
 #include "failure.h"
+#include "settings/setting_reader.h"
 
 namespace pmctl {
 namespace {
@@ -35,6 +36,11 @@ void add_interfaces(candidates &found, const std::string &typed, const name_sour
     for (const std::string &name : interface_names()) found.push_back(list + name);
 }
 
+void add_setting_words(candidates &found, const candidates &words) {
+    const candidates next = words_after(words);
+    found.insert(found.end(), next.begin(), next.end());
+}
+
 // What may be typed for an argument.
 void add_values(candidates &found, const argument &of, const arguments &given, const std::string &typed,
                 const name_source &interface_names) {
@@ -44,6 +50,9 @@ void add_values(candidates &found, const argument &of, const arguments &given, c
             break;
         case argument_content::interfaces:
             add_interfaces(found, typed, interface_names);
+            break;
+        case argument_content::setting:
+            add_setting_words(found, given.words(of.name));
             break;
         case argument_content::command:
             add_commands_after(found, given.words(of.name));
@@ -80,7 +89,8 @@ candidates after(const words_read &read, const std::string &typed, const name_so
     if (!read.after_separator && typed.starts_with('-'))
         return typed.find('=') == std::string::npos ? options(read) : option_values(read, typed, interface_names);
     if (!read.after_separator) add_commands(found, read.words);
-    if (const argument *place = place_of(read.reached)) add_values(found, *place, read.given, typed, interface_names);
+    if (const argument *place = place_of(read.reached, read.given, typed))
+        add_values(found, *place, read.given, typed, interface_names);
     return found;
 }
 

@@ -8,6 +8,7 @@
 #include <sstream>
 
 #include "command_table.h"
+#include "settings/setting_reader.h"
 
 namespace pmctl {
 namespace {
@@ -48,6 +49,7 @@ std::string section(const char *title, const std::vector<entry> &entries) {
 std::string signature(const argument &taken) {
     switch (taken.kind) {
         case argument_kind::flag:
+        case argument_kind::word:
             return taken.name;
         case argument_kind::option:
             return fmt::format("{} {}", taken.name, taken.value);
@@ -60,7 +62,8 @@ std::string usage_line(const command *of) {
     if (of == nullptr) return "Usage: pmctl COMMAND...\n";
     if (of->run == nullptr) return fmt::format("Usage: pmctl {} COMMAND...\n", of->words);
     std::string line = fmt::format("Usage: pmctl {}", of->words);
-    for (const argument &taken : of->takes) line += fmt::format(" [{}]", signature(taken));
+    for (const argument &taken : of->takes)
+        line += taken.is_required ? fmt::format(" {}", signature(taken)) : fmt::format(" [{}]", signature(taken));
     return line + "\n";
 }
 
@@ -68,6 +71,15 @@ std::vector<entry> entries_of(std::span<const argument> taken, bool options) {
     std::vector<entry> entries;
     for (const argument &each : taken)
         if (is_option(each) == options) entries.push_back({signature(each), each.help});
+    return entries;
+}
+
+// Every setting when the command takes one.
+std::vector<entry> settings_of(const command &of) {
+    std::vector<entry> entries;
+    for (const argument &each : of.takes)
+        if (each.content == argument_content::setting)
+            for (const setting_entry &line : setting_entries()) entries.push_back({line.keywords, line.values});
     return entries;
 }
 
@@ -100,9 +112,10 @@ std::string examples_of(std::string_view words) {
 std::string help_text(const command *of) {
     const std::string_view words = of == nullptr ? std::string_view{} : of->words;
     std::string text = usage_line(of);
-    text += fmt::format("\n{}\n", of == nullptr ? "Shows the ports of a switch." : of->summary);
+    text += fmt::format("\n{}\n", of == nullptr ? "Shows and configures the ports of a switch." : of->summary);
     text += section("Commands", commands_of(words));
     if (of != nullptr) text += section("Arguments", entries_of(of->takes, false));
+    if (of != nullptr) text += section("Settings", settings_of(*of));
     if (of != nullptr) text += section("Options", entries_of(of->takes, true));
     text += section("Options of every command", entries_of(global_options(), true));
     return text + fmt::format("\nExamples:\n{}", examples_of(words));

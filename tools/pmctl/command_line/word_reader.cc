@@ -9,6 +9,7 @@
 #include <CLI/CLI.hpp>
 #include <span>
 
+#include "command_line/interface_words.h"
 #include "command_line/suggestion.h"
 #include "command_table.h"
 #include "failure.h"
@@ -18,6 +19,7 @@ namespace {
 
 constexpr const char *separator = "--";
 constexpr const char *subcommand_terminator = "++";  // of the parser, and no word of ours
+const std::string hidden_terminator("++\0", 3);      // what nobody can type stands for it
 
 // "--color" in "--color=auto".
 std::string name_in(const std::string &word) { return word.substr(0, word.find('=')); }
@@ -43,13 +45,13 @@ class command_tree {
         const auto end = std::find(typed.begin(), typed.end(), separator);
         std::vector<std::string> words(typed.begin(), end);
         std::replace(words.begin(), words.end(), std::string("-h"), std::string("--help"));
-        const auto terminators = std::erase(words, subcommand_terminator);
+        std::replace(words.begin(), words.end(), std::string(subcommand_terminator), hidden_terminator);
         refuse_values_of_flags(words);
         const argument *option_in_wait = parse(words);
         const std::string command_words = reached_words();
         words_read read{command_words, find_command(command_words), given(), option_in_wait, end != typed.end(), {}};
-        for (const std::string &word : app_.remaining(true)) fill_place(read, word, is_option_word(word));
-        for (size_t i = 0; i < terminators; ++i) fill_place(read, subcommand_terminator, false);
+        for (const std::string &word : app_.remaining(true))
+            fill_place(read, word == hidden_terminator ? subcommand_terminator : word, is_option_word(word));
         if (!read.after_separator) return read;
         for (const std::string &word : std::span(end + 1, typed.end())) fill_place(read, word, false);
         return read;
@@ -139,7 +141,7 @@ class command_tree {
     }
 
     static void fill_place(words_read &read, const std::string &word, bool is_unknown) {
-        const argument *place = place_of(read.reached);
+        const argument *place = place_of(read.reached, read.given, word);
         if (place == nullptr || is_unknown)
             read.unknown.push_back(word);
         else
@@ -156,14 +158,37 @@ std::vector<std::string> known_options(const command *of) {
     return names;
 }
 
+std::vector<const argument *> places_of(const command *of) {
+    std::vector<const argument *> places;
+    if (of != nullptr)
+        for (const argument &each : of->takes)
+            if (!is_option(each)) places.push_back(&each);
+    return places;
+}
+
+// The word to complain of. One in the place before it may have been meant for a sub-command.
+std::string unknown_word(const words_read &read) {
+    for (const argument *place : places_of(read.reached)) {
+        const std::string filled = read.given.word(place->name);
+        if (!filled.empty() && !nearest(filled, words_below(read.words)).empty()) return filled;
+    }
+    return read.unknown.front();
+}
+
 }  // namespace
 
 words_read read_words(const std::vector<std::string> &typed) { return command_tree().read(typed); }
 
-const argument *place_of(const command *of) {
-    if (of == nullptr) return nullptr;
-    for (const argument &each : of->takes)
-        if (!is_option(each)) return &each;
+const argument *place_of(const command *of, const arguments &given, const std::string &next) {
+    const std::vector<const argument *> places = places_of(of);
+    for (size_t i = 0; i < places.size(); ++i) {
+        const argument *each = places[i];
+        const bool is_last = i + 1 == places.size();
+        if (each->kind == argument_kind::word && given.has(each->name)) continue;
+        if (each->kind == argument_kind::word || is_last) return each;
+        const bool is_left = given.has(places[i + 1]->name);
+        if (!is_left && goes_on_naming(given.words(each->name), next)) return each;
+    }
     return nullptr;
 }
 
@@ -173,7 +198,7 @@ std::string help_hint(const words_read &read) {
 
 void refuse_unknown(const words_read &read) {
     if (read.unknown.empty()) return;
-    const std::string &word = read.unknown.front();
+    const std::string word = unknown_word(read);
     const bool is_option = is_option_word(word);
     const auto known = is_option ? known_options(read.reached) : words_below(read.words);
     if (known.empty()) throw usage_error(fmt::format("{} does not take: {}", read.words, shown_word(word)));

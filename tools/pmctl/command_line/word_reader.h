@@ -22,8 +22,9 @@ struct words_read {
 // Throws usage_error.
 words_read read_words(const std::vector<std::string> &typed);
 
-// The argument that words in place fill, or null when there is none; null for null.
-const argument *place_of(const command *of);
+// The argument that the next word in place fills after those given, or null when there is none; null for null. Of two
+// places of which the first takes names of interfaces, the second begins at the first word that is none.
+const argument *place_of(const command *of, const arguments &given, const std::string &next);
 
 // How help for what was reached is asked for: "pmctl show --help".
 std::string help_hint(const words_read &read);

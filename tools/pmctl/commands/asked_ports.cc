@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "commands/asked_ports.h"
 
-#include "switch/interface_names.h"
+#include "command_line/interface_words.h"
 #include "switch/switch_client.h"
 
 namespace pmctl {
@@ -15,9 +15,7 @@ void append(std::vector<pm_port_info_t> &ports, const Ports &more) {
 }  // namespace
 
 std::vector<interface_range> named_ranges(const arguments &given) {
-    std::vector<interface_range> all;
-    for (const std::string &word : given.words("NAME"))
-        for (interface_range &range : parse_interface_ranges(word)) all.push_back(std::move(range));
+    std::vector<interface_range> all = interfaces_named(given.words("NAME"), {}, "");
     if (given.has("--all") && !all.empty()) throw usage_error("--all and interface names exclude each other");
     return all;
 }

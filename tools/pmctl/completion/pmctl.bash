@@ -1,6 +1,6 @@
 # SPDX-License-Identifier: Apache-2.0
 # Completion of pmctl in bash. To have it in every shell, source this file from ~/.bashrc.
-# The program itself knows what may come next: commands, options, their values and the interfaces of the switch.
+# The program itself knows what may come next: commands, options, settings, values and the interfaces of the switch.
 
 # Called by bash with the program, the word to complete (or its part after a '=' or ':') and the word before.
 _pmctl() {
@@ -20,6 +20,8 @@ _pmctl() {
         [[ $word == *[=:] ]] && joined=yes || joined=
     done
     mapfile -t COMPREPLY < <("${1/#\~\//$HOME/}" complete -- "${words[@]}" 2>/dev/null)
+    # Beside its commands, config takes the name of a file.
+    [[ ${#COMPREPLY[@]} -eq 0 && ${#words[@]} -eq 2 && ${words[0]} == config ]] && compopt -o default
     # What bash has parted off is there already.
     local there=${words[-1]%"$2"}
     COMPREPLY=("${COMPREPLY[@]#"$there"}")

@@ -192,24 +192,23 @@ constexpr member_group full_groups[] = {
     {"Other attributes", others},
 };
 
-constexpr record_member columns[] = {
-    {"Interface", "if_index", BRIEF(if_index), interface},
-    {"Admin mode", "admin_mode", BRIEF(admin_mode), number, words<port_mode_string>},
-    {"Oper mode", "oper_mode", BRIEF(oper_mode), number, words<port_mode_string>},
-    {"State", "oper_state", BRIEF(oper_state), number, words<port_state_string>, {}, state_tone},
-    {"Reason", "state_reason", BRIEF(state_reason), number, reason_message, {}, {}, reason_keyword, told_keyword},
-    {"Gbps",
-     "oper_speed",
-     BRIEF(oper_speed),
-     number,
-     words<port_speed_string>,
-     unknown_speed,
-     {},
-     {},
-     words<port_speed_string_gbps>},
-    {"Port channel", "parent_if_index", BRIEF(parent_if_index), interface, {}, 0},
-    {"VSAN", "port_vsan", BRIEF(port_vsan), number, {}, 0},
-};
+// One line of a table, from full and from brief records.
+#define COLUMNS_OF(record)                                                                                           \
+    {                                                                                                                \
+        {"Interface", "if_index", PLACE_IN(record, if_index), interface},                                            \
+            {"Admin mode", "admin_mode", PLACE_IN(record, admin_mode), number, words<port_mode_string>},             \
+            {"Oper mode", "oper_mode", PLACE_IN(record, oper_mode), number, words<port_mode_string>},                \
+            {"State", "oper_state", PLACE_IN(record, oper_state), number, words<port_state_string>, {}, state_tone}, \
+            {"Reason",       "state_reason", PLACE_IN(record, state_reason), number, reason_message, {}, {},         \
+             reason_keyword, told_keyword},                                                                          \
+            {"Gbps", "oper_speed", PLACE_IN(record, oper_speed), number, words<port_speed_string>, unknown_speed,    \
+             {},     {},           words<port_speed_string_gbps>},                                                   \
+            {"Port channel", "parent_if_index", PLACE_IN(record, parent_if_index), interface, {}, 0},                \
+            {"VSAN", "port_vsan", PLACE_IN(record, port_vsan), number, {}, 0},                                       \
+    }
+constexpr record_member columns[] = COLUMNS_OF(pm_port_info_brief_t);
+constexpr record_member full_columns[] = COLUMNS_OF(pm_port_info_t);
+#undef COLUMNS_OF
 
 // What the table has no room for.
 constexpr record_member beside_columns[] = {
@@ -231,6 +230,7 @@ constexpr member_group all_brief[] = {
 
 std::span<const member_group> port_groups() { return full_groups; }
 std::span<const record_member> brief_columns() { return columns; }
+std::span<const record_member> port_columns() { return full_columns; }
 std::span<const member_group> brief_groups() { return all_brief; }
 
 }  // namespace pmctl

@@ -12,6 +12,10 @@ std::span<const member_group> port_groups();
 
 // The members of pm_port_info_brief_t that make a line of the table, and all of them but the reserved ones.
 std::span<const record_member> brief_columns();
+
+// The same columns of full records.
+std::span<const record_member> port_columns();
+
 std::span<const member_group> brief_groups();
 
 }  // namespace pmctl

@@ -93,6 +93,16 @@ std::string printable_text(std::string_view text) {
     return printable;
 }
 
+size_t printable_length(std::string_view text) {
+    size_t length = 0;
+    while (length < text.size()) {
+        const std::string_view character = first_character(text.substr(length));
+        if (character.empty() || is_control(character)) break;
+        length += character.size();
+    }
+    return length;
+}
+
 std::string quoted_text(std::string_view text) {
     std::string quoted = "\"";
     while (!text.empty()) {

@@ -13,6 +13,9 @@ namespace pmctl {
 // replaced by U+FFFD.
 std::string printable_text(std::string_view text);
 
+// The bytes before the first one of a control character or of what is not UTF-8.
+size_t printable_length(std::string_view text);
+
 // The text in double quotes, without loss: \" and \\ stand for these characters, and \xNN for a byte of a control
 // character or of what is not UTF-8.
 std::string quoted_text(std::string_view text);

@@ -4,6 +4,8 @@
 #include <fmt/core.h>
 
 #include "failure.h"
+#include "platform_dev/if_index_dev.h"
+#include "port_mgr/module_interface_listing.h"
 #include "port_mgr/port_info_request.h"
 #include "port_mgr/status.h"
 #include "switch/interface_pages.h"
@@ -12,11 +14,21 @@ namespace pmctl {
 namespace {
 
 constexpr const char *every_interface = "all interfaces";
+constexpr uint32_t usual_wait = 0;
+constexpr uint8_t slot_port_types[] = {IF_TYPE_FC, IF_TYPE_ETHERNET, IF_TYPE_SLOT_PORT, IF_TYPE_ETHERNET_KIND,
+                                       IF_TYPE_ETHERNET_SFP};
 
 // A page of a range of which nothing exists is empty.
 uint32_t parse_page(const mts_msg_t *message, uint32_t *count, pm_port_info_t **ports) {
     const uint32_t status = pm_parse_get_port_info(message, count, ports);
     return status == PM_ERR_INVALID_RANGE ? 0 : status;
+}
+
+// Any interface of a type: it tells the service that is asked.
+if_index_t first_of_type(uint8_t type) {
+    if_index_t index = 0;
+    if_index_slot_port_init(&index, type, 0, 0);
+    return index;
 }
 
 }  // namespace
@@ -45,6 +57,25 @@ std::vector<pm_port_info_t> switch_client::ports(const interface_range &range) {
         ports.insert(ports.end(), found.all().begin(), found.all().end());
     }
     if (ports.empty()) throw query_refused(fmt::format("no such interface: {}", range.text()));
+    return ports;
+}
+
+std::vector<pm_port_info_t> switch_client::ports_of_module(uint8_t module) {
+    const std::string subject = fmt::format("module {}", module);
+    bool exists = false;
+    std::vector<pm_port_info_t> ports;
+    for (const uint8_t type : slot_port_types) {
+        record_array<pm_port_info_t> found;
+        pm_port_info_t *records = nullptr;
+        const uint32_t status = pm_cmi_get_module_interface_listing(connection_.handle(), module, first_of_type(type),
+                                                                    usual_wait, &found.count, &records);
+        if (status == PM_ERR_INVALID_RANGE) continue;
+        connection_.check_exchange(subject, status);
+        exists = true;
+        found.records.reset(records);
+        ports.insert(ports.end(), found.all().begin(), found.all().end());
+    }
+    if (!exists) throw query_refused(fmt::format("no such module: {}", module));
     return ports;
 }
 

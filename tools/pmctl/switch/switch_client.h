@@ -25,6 +25,9 @@ class switch_client {
     // What exists of a range, asked for in pages. No port at all is a refusal.
     std::vector<pm_port_info_t> ports(const interface_range &range);
 
+    // The ports of a module, in the order of their indexes. A module that is not there is a refusal.
+    std::vector<pm_port_info_t> ports_of_module(uint8_t module);
+
   private:
     using request_function = std::function<uint32_t(mts_handle_t, mts_msg_t *response)>;
     template <typename Record>
