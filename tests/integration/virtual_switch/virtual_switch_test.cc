@@ -24,10 +24,17 @@ answer<Record> parse(mts_handle_t handle, uint32_t status, mts_msg_t &message,
     return parsed;
 }
 
+std::vector<std::string> daemon_command(const std::string &chassis_file, const std::vector<std::string> &options) {
+    std::vector<std::string> command{PM_VIRTUAL_SWITCH};
+    command.insert(command.end(), options.begin(), options.end());
+    command.push_back(chassis_file);
+    return command;
+}
+
 }  // namespace
 
-virtual_switch_process::virtual_switch_process(const std::string &chassis_file)
-    : child_process({PM_VIRTUAL_SWITCH, chassis_file}), ready_line_(read_line(standard_output)) {
+virtual_switch_process::virtual_switch_process(const std::string &chassis_file, const std::vector<std::string> &options)
+    : child_process(daemon_command(chassis_file, options)), ready_line_(read_line(standard_output)) {
     EXPECT_THAT(ready_line_, testing::StartsWith("pm-virtual-switch: ready: "));
 }
 

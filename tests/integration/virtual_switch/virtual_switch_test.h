@@ -20,7 +20,7 @@ inline const std::string fixed_switch = SOURCE_FOLDER "/examples/chassis/fixed.t
 // A daemon in the run-time directory of the environment, ready to be asked.
 class virtual_switch_process : public child_process {
   public:
-    explicit virtual_switch_process(const std::string &chassis_file);
+    explicit virtual_switch_process(const std::string &chassis_file, const std::vector<std::string> &options = {});
     [[nodiscard]] const std::string &ready_line() const { return ready_line_; }
 
   private:
