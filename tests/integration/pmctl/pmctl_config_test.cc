@@ -129,7 +129,8 @@ TEST_F(pmctl_config_file, carries_out_its_lines) {
 TEST_F(pmctl_config_file, with_mistakes_changes_nothing_and_names_them_all) {
     const run_result run = config_lines("interface fc1/1\n speed 2000\n speed warp\ninterface fcx\n mtu 1\nnonsense\n");
     EXPECT_EQ(run.status, 2);
-    for (const char *place : {"standard input:3: ", "standard input:4: ", "standard input:6: "}) EXPECT_THAT(run.messages, HasSubstr(place));
+    for (const char *place : {"standard input:3: ", "standard input:4: ", "standard input:6: "})
+        EXPECT_THAT(run.messages, HasSubstr(place));
     EXPECT_THAT(running_config("fc1/1"), Not(Contains("  speed 2000")));
 }
 
@@ -146,6 +147,8 @@ struct restored_chassis {
     const char *name;
     const char *ethernet;  // one of its Ethernet modules
 };
+
+void PrintTo(const restored_chassis &chassis, std::ostream *to) { *to << chassis.name; }
 
 class pmctl_restore : public pmctl_alone, public testing::WithParamInterface<restored_chassis> {
   protected:

@@ -40,6 +40,8 @@ struct attribute_case {
     attribute_value bad;     // empty when every value is good
 };
 
+void PrintTo(const attribute_case &tested, std::ostream *to) { *to << tested.what; }
+
 #define SHOWN(member) [](const pm_port_info_t &record) { return uint32_t{record.member}; }
 
 const attribute_case attribute_cases[] = {
@@ -247,8 +249,7 @@ TEST_F(configuration, configures_a_sub_interface_that_was_created) {
     EXPECT_EQ(client_.record("port-channel2.8").state_reason, administratively_down);
     support::captured_stdout printed;
     EXPECT_EQ(client_.set("port-channel2.8", word_value(PM_ATTR_PORT_MODE, 1)).status, PM_ERR_FAILURE);
-    EXPECT_EQ(printed.take(),
-              "Error configuring invalid parameter on ether-channel sub-interface\n");
+    EXPECT_EQ(printed.take(), "Error configuring invalid parameter on ether-channel sub-interface\n");
 }
 
 TEST_F(configuration, creates_and_deletes_loopbacks) {
