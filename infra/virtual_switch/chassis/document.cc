@@ -43,6 +43,22 @@ document_value convert(const toml::node &node) {
     return {line, foreign_value{"a date or time"}};
 }
 
+// Tables as deep as a key has parts would overflow the stack. A list of names is the line with the most dots that a
+// file can need.
+void check_dots(std::string_view text) {
+    constexpr unsigned most = 1024;
+    unsigned line = 1;
+    unsigned dots = 0;
+    for (const char character : text) {
+        if (character == '.' && ++dots > most) {
+            throw chassis_error(line, "TOML", "more than " + std::to_string(most) + " dots in one line");
+        }
+        if (character != '\n') continue;
+        ++line;
+        dots = 0;
+    }
+}
+
 }  // namespace
 
 std::string_view document_value::type_name() const {
@@ -52,6 +68,7 @@ std::string_view document_value::type_name() const {
 }
 
 document_table parse_document(std::string_view text) {
+    check_dots(text);
     try {
         return convert(static_cast<const toml::table &>(toml::parse(text)));
     } catch (const toml::parse_error &error) {

@@ -179,6 +179,16 @@ TEST(chassis_file, must_be_toml) {
     EXPECT_THAT(complaint("\xff\xfe"), testing::StartsWith("1: TOML: "));
 }
 
+// A table for each part of a key would take more stack than there is.
+TEST(chassis_file, has_no_keys_of_very_many_parts) {
+    std::string parts;
+    for (int i = 0; i < 100000; ++i) parts += ".a";
+    for (const std::string &key : {"[a" + parts + "]", "[[a" + parts + "]]", "a" + parts + " = 1"})
+        EXPECT_EQ(complaint("# ...\n" + key), "2: TOML: more than 1024 dots in one line");
+    const std::string most_dots = "#" + std::string(1024, '.') + "\n";
+    EXPECT_EQ(complaint(most_dots + most_dots), "1: chassis: is missing");
+}
+
 // Complaints are one line each, whatever the file holds.
 TEST(chassis_file, complains_in_one_line) {
     for (const std::string text : {"[chassis]\nname = 7 8\n", "\"a\\nb\" = 1\n", "[chassis]\n\"x\\ny\" = 1\n"})
