@@ -54,7 +54,9 @@ void serve_set(switch_state &state, const mts_request_t &request, mts_reply_t *r
     std::vector<set_result> results = judge_all(state.model(), asked, request.sap);
     if (results.size() > most_set_results) return refuse_set(reply, PM_ERR_FAILURE);
     if (!set_all(state, asked, results)) {
-        for (set_result &result : results) result.status = PM_ERR_FAILURE;
+        for (set_result &result : results) {
+            if (result.status == 0) result.status = PM_ERR_FAILURE;
+        }
     }
     answer_set(reply, results);
 }
