@@ -81,6 +81,12 @@ TEST(sub_interface_service, deletes_what_exists) {
     EXPECT_EQ(state.changes(), before);
 }
 
+TEST(sub_interface_service, deletes_when_one_of_several_interfaces_has_something) {
+    switch_state state = state_of(every_kind);
+    EXPECT_EQ(configure_sub_interfaces(state, to_delete, {{"Ethernet2/1", {5, 6}}, {"Ethernet2/2", {5}}}), 0u);
+    EXPECT_THAT(sub_interfaces(state), ElementsAre("port-channel2.7"));
+}
+
 TEST(sub_interface_service, starts_anew_after_a_deletion) {
     switch_state state = state_of(std::string(every_kind) + "[[ports]]\nname = 'Ethernet2/1.5'\nmtu = 9000\n");
     ASSERT_EQ(set(state, "Ethernet2/1.5", text_element(PM_ATTR_DESCRIPTION, "gone")), 0u);

@@ -159,6 +159,8 @@ TEST(switch_state, keeps_its_configuration_across_a_reload) {
     EXPECT_FALSE(has(state.model(), "Ethernet1/1.5"));
     EXPECT_TRUE(has(state.model(), "fc2/1"));
     EXPECT_EQ(to.kept, 1);
+    EXPECT_TRUE(state.change({}));
+    EXPECT_TRUE(has(state.model(), "fc2/1"));
 }
 
 TEST(switch_state, keeps_the_chassis_that_it_had_when_another_cannot_be_published) {
