@@ -129,6 +129,7 @@ void chassis_builder::add_sub_interfaces(const document_value &value) {
 
 void chassis_builder::check_sub_interface(const section &from, if_index_t if_index) const {
     if (!is_sub_interface(if_index)) from.fail("name", quoted_name(if_index) + " is no sub-interface");
+    if (has_reserved_number(if_index)) from.fail("name", quoted_name(if_index) + " has a reserved number");
     const if_index_t main = if_index_get_mainintf_from_subintf(if_index);
     const port *const found = model_.find(main);
     if (found == nullptr) from.fail("name", why_missing(main));

@@ -1,10 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "chassis/model.h"
 
+#include <algorithm>
 #include <array>
 
 #include "platform/if_index.h"
 #include "port_mgr/opcodes.h"
+#include "protocol/config_layout.h"
 #include "protocol/interface_owner.h"
 
 namespace virtual_switch {
@@ -47,6 +49,12 @@ bool is_port_channel(if_index_t if_index) {
 }
 
 bool is_sub_interface(if_index_t if_index) { return if_index_get_mainintf_from_subintf(if_index) != if_index; }
+
+bool has_reserved_number(if_index_t if_index) {
+    uint16_t number = 0;
+    if_index_get_sub_intf(if_index, &number);
+    return std::ranges::find(pm::reserved_sub_interfaces, number) != pm::reserved_sub_interfaces.end();
+}
 
 uint32_t line_card_node(uint8_t slot) { return ((slot + 1u) << 8 | 2u) & 0xff02u; }
 

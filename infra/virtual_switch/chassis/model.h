@@ -72,6 +72,9 @@ bool is_port_channel(if_index_t if_index);
 
 bool is_sub_interface(if_index_t if_index);
 
+// Whether the number of a sub-interface is one that no sub-interface may have.
+bool has_reserved_number(if_index_t if_index);
+
 // The node of the line card in `slot`, which is counted from 0.
 uint32_t line_card_node(uint8_t slot);
 

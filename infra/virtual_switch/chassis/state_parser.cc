@@ -7,7 +7,6 @@
 #include "chassis/section.h"
 #include "chassis/state_file.h"
 #include "platform/if_index.h"
-#include "protocol/config_layout.h"
 
 namespace virtual_switch {
 namespace {
@@ -18,12 +17,6 @@ constexpr auto attribute_keys = [] {
                    [](const auto &attribute) { return attribute.setting->key; });
     return keys;
 }();
-
-bool has_reserved_number(if_index_t if_index) {
-    uint16_t number = 0;
-    if_index_get_sub_intf(if_index, &number);
-    return std::ranges::find(pm::reserved_sub_interfaces, number) != pm::reserved_sub_interfaces.end();
-}
 
 void add_created(const section &from, if_index_t if_index, configuration &changes) {
     changes.create(if_index);
