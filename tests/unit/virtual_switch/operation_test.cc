@@ -100,6 +100,16 @@ TEST(channel, trunks_as_its_first_member_up_does) {
     EXPECT_EQ(info_of("port-channel1", trunking + "[[ports]]\nname = 'fc1/1'\nstate = 'down'\n").oper_state, 8);
 }
 
+TEST(channel, is_as_its_members_make_it_whatever_it_is_given) {
+    const pm_port_info_t info = info_of("port-channel1",
+                                        "[[ports]]\nname = 'port-channel1'\nstate = 'down'\noper_speed = 10\n"
+                                        "oper_mode = 'E'\n[[ports]]\nname = 'fc1/1'\noper_mode = 'TE'\n");
+    EXPECT_EQ(info.oper_state, 1);
+    EXPECT_EQ(info.state_reason, 2);
+    EXPECT_EQ(info.oper_speed, 24000u);
+    EXPECT_EQ(info.oper_mode, 8u);
+}
+
 TEST(channel, is_down_without_members_that_are_up) {
     for (const char *channel : {"port-channel1", "port-channel3"}) {
         const pm_port_info_t info = info_of(channel, "[[ports]]\nname = 'fc1/1-3'\nstate = 'no-sfp'\n");
