@@ -20,7 +20,8 @@ configuration parse_state(std::string_view text);
 // The text of a file, which parse_state reads to the same configuration.
 std::string state_text(const configuration &changes);
 
-// Throws std::runtime_error with one line when the file cannot be written; then it is as it was.
+// Throws std::runtime_error with one line when the file cannot be written; then it is as it was, unless its new name
+// alone could not be flushed to disk.
 void save_state(const std::string &path, const configuration &changes);
 
 }  // namespace virtual_switch
