@@ -10,6 +10,7 @@
 #include "output/printable_text.h"
 #include "settings/line_words.h"
 #include "settings/setting_reader.h"
+#include "switch/interface_names.h"
 
 namespace pmctl {
 namespace {

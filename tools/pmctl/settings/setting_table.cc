@@ -117,8 +117,4 @@ bool is_same_value(const setting_change &one, const setting_change &other) {
     return one.number == other.number && one.text == other.text;
 }
 
-bool is_sub_interface(if_index_t index) { return if_index_get_mainintf_from_subintf(index) != index; }
-
-bool is_loopback(if_index_t index) { return interface_type(index) == IF_TYPE_LOOPBACK; }
-
 }  // namespace pmctl

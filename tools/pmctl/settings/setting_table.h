@@ -44,10 +44,6 @@ setting_change value_in(const pm_port_info_t &port, const setting &of);
 // Whether two changes of one setting come to the same.
 bool is_same_value(const setting_change &one, const setting_change &other);
 
-// Which interfaces commands create.
-bool is_sub_interface(if_index_t index);
-bool is_loopback(if_index_t index);
-
 }  // namespace pmctl
 
 #endif

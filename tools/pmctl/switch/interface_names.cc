@@ -70,6 +70,10 @@ uint8_t interface_type(if_index_t index) {
     return type;
 }
 
+bool is_sub_interface(if_index_t index) { return if_index_get_mainintf_from_subintf(index) != index; }
+
+bool is_loopback(if_index_t index) { return interface_type(index) == IF_TYPE_LOOPBACK; }
+
 std::string name_stem(const std::string &name) { return name.substr(0, name.find_last_not_of(digits) + 1); }
 
 }  // namespace pmctl

@@ -18,6 +18,10 @@ std::string interface_name(if_index_t index);
 // IF_TYPE_NONE when it cannot be told.
 uint8_t interface_type(if_index_t index);
 
+// The kinds of interfaces that commands create.
+bool is_sub_interface(if_index_t index);
+bool is_loopback(if_index_t index);
+
 // The name without the number at its end: "fc1/" of "fc1/12".
 std::string name_stem(const std::string &name);
 

@@ -34,9 +34,7 @@ struct owner {
     bool operator==(const owner &) const = default;
 };
 
-owner owner_of(if_index_t index) {
-    return {interface_type(index), if_index_get_mainintf_from_subintf(index) != index, pm_get_mts_sap(index)};
-}
+owner owner_of(if_index_t index) { return {interface_type(index), is_sub_interface(index), pm_get_mts_sap(index)}; }
 
 bool has_room_for(const interface_page &page, if_index_t index) {
     return page.size() < page_interfaces && owner_of(page.front().first) == owner_of(index);

@@ -31,8 +31,7 @@ uint32_t slot_distance(if_index_t index) {
 
 // Loopbacks, which the library does not count, and the sub-interfaces that it does not tell from their main interface.
 bool is_numbered_here(if_index_t index) {
-    return interface_type(index) == IF_TYPE_LOOPBACK ||
-           (interface_type(index) != IF_TYPE_ETHERNET && if_index_get_mainintf_from_subintf(index) != index);
+    return is_loopback(index) || (interface_type(index) != IF_TYPE_ETHERNET && is_sub_interface(index));
 }
 
 bool are_of_two_types(if_index_t first, if_index_t last) { return interface_type(first) != interface_type(last); }
