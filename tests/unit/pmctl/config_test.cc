@@ -282,8 +282,9 @@ TEST_F(config_of_file, is_checked_before_anything_is_sent) {
     const auto outcome = run_file(std::string(good_lines) + "  mtu big\nshutdwn\n");
     EXPECT_EQ(outcome.status, 2);
     EXPECT_THAT(outcome.output, IsEmpty());
-    EXPECT_THAT(outcome.messages, ElementsAre(at(8) + "not a value of mtu: big; it takes a number from 1 to 4294967295",
-                                              at(9) + "not a known setting: shutdwn; did you mean shutdown?"));
+    EXPECT_THAT(outcome.messages,
+                ElementsAre(at(8) + "not a value of mtu: big; it takes a number of bytes from 1 to 4294967295",
+                            at(9) + "not a known setting: shutdwn; did you mean shutdown?"));
     EXPECT_THAT(the_switch.changes, IsEmpty());
 }
 

@@ -56,7 +56,8 @@ usage_error unknown_setting(words_span words, const std::vector<std::string> &be
         const std::string meant = did_you_mean(typed, known, "");
         if (!meant.empty()) return usage_error(fmt::format("not a known setting: {}{}", typed, meant));
     }
-    return usage_error(fmt::format("not a known setting: {}", shown_word(words.front())));
+    return usage_error(
+        fmt::format("not a known setting: {}; see pmctl config interface --help", shown_word(words.front())));
 }
 
 setting_change read_text(const setting &of, const std::string &text) {
@@ -68,6 +69,8 @@ setting_change read_text(const setting &of, const std::string &text) {
 
 setting_change read_number(const setting &of, const std::string &text) {
     if (const auto value = read_value(of.values, text)) return {&of, *value};
+    if (const auto words = words_of_code(of.values, text))
+        throw usage_error(fmt::format("not a value of {}: {}; that is the code of {}", of.keywords, text, *words));
     const std::string taken = fmt::format("; it takes {}", values_taken(of.values));
     throw usage_error(fmt::format("not a value of {}: {}{}", of.keywords, shown_word(text),
                                   did_you_mean(text, value_words(of.values), taken)));

@@ -53,8 +53,10 @@ std::string words_of_byte(uint32_t value) {
     return Words(static_cast<uint8_t>(value));
 }
 
-constexpr vocabulary halfwords = {{}, nullptr, 1, most_in_halfword};
-constexpr vocabulary all_words = {{}, nullptr, 1, most_in_word};
+constexpr vocabulary buffer_sizes = {{}, nullptr, 1, most_in_halfword, "bytes"};
+constexpr vocabulary vsans = {{}, nullptr, 1, most_in_halfword};
+constexpr vocabulary packet_sizes = {{}, nullptr, 1, most_in_word, "bytes"};
+constexpr vocabulary bandwidths = {{}, nullptr, 1, most_in_word, "kbit/s"};
 
 // Not every bit is a mode, and several bits have one text.
 constexpr uint32_t modes[] = {0x1,      0x2,       0x4,       0x8,    0x10,    0x20,     0x40,
@@ -64,8 +66,9 @@ constexpr vocabulary mode_values = {
     modes, [](uint32_t mode) -> std::string { return port_mode_string(static_cast<int32_t>(mode)); }, 1, most_in_word};
 
 constexpr uint32_t automatic_speeds[] = {0, 1, 2, 110};
-constexpr vocabulary speed_values = {
-    automatic_speeds, [](uint32_t speed) -> std::string { return pm_cli_dump_port_speed(speed); }, 1, most_in_word};
+constexpr vocabulary speed_values = {automatic_speeds,
+                                     [](uint32_t speed) -> std::string { return pm_cli_dump_port_speed(speed); }, 1,
+                                     most_in_word, "Mbit/s"};
 
 constexpr uint32_t one_to_two[] = {1, 2};
 constexpr uint32_t one_to_three[] = {1, 2, 3};
@@ -94,11 +97,11 @@ constexpr setting settings[] = {
     {"duplex", PM_ATTR_DUPLEX, byte, duplex_modes, {}, {}, every, OF(duplex), 0},
     {"auto-negotiation", PM_ATTR_AUTO_NEG, word, on_off, {}, {}, every, OF(auto_neg), 0},
     {"beacon", PM_ATTR_BEACON_MODE, byte, on_off, {}, {}, has_beacon, OF(beacon_mode), 2},
-    {"receive-buffer-size", PM_ATTR_RX_BUF_SIZE, halfword, halfwords, {}, {}, every, OF(rx_buf_size), 0},
+    {"receive-buffer-size", PM_ATTR_RX_BUF_SIZE, halfword, buffer_sizes, {}, {}, every, OF(rx_buf_size), 0},
     {"receive-bb-credit", PM_ATTR_RX_BB_CREDIT, word, credit_values, {}, {}, has_credits, OF(bb_credit[0]), 0},
-    {"port-vsan", PM_ATTR_PORT_VSAN, halfword, halfwords, {}, {}, every, OF(port_vsan), 0},
-    {"mtu", PM_ATTR_MTU, word, all_words, {}, {}, every, OF(mtu), 0},
-    {"bandwidth", PM_ATTR_BANDWIDTH, word, all_words, {}, 0, every, OF(bandwidth), 0},
+    {"port-vsan", PM_ATTR_PORT_VSAN, halfword, vsans, {}, {}, every, OF(port_vsan), 0},
+    {"mtu", PM_ATTR_MTU, word, packet_sizes, {}, {}, every, OF(mtu), 0},
+    {"bandwidth", PM_ATTR_BANDWIDTH, word, bandwidths, {}, 0, every, OF(bandwidth), 0},
     {"down-on-link-failure", PM_ATTR_DOWN_ON_LINK_FAILURE, byte, policy, {}, {}, is_port, OF(down_on_link_failure), 4},
 };
 

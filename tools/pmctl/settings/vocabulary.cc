@@ -22,6 +22,13 @@ bool has_words(const vocabulary &of, uint32_t value) {
     return is_worded && worded_value(of, of.words(value)) == value;
 }
 
+std::optional<uint32_t> number_in(const std::string &text) {
+    uint32_t number = 0;
+    const char *end = text.data() + text.size();
+    const auto [rest, error] = std::from_chars(text.data(), end, number);
+    return error == std::errc{} && rest == end ? std::optional(number) : std::nullopt;
+}
+
 bool may_be_number(const vocabulary &of, uint32_t value) {
     return value >= of.least && value <= of.most && !has_words(of, value);
 }
@@ -35,11 +42,13 @@ std::optional<std::string> written_value(const vocabulary &of, uint32_t value) {
 
 std::optional<uint32_t> read_value(const vocabulary &of, const std::string &text) {
     if (const auto value = worded_value(of, text)) return value;
-    uint32_t number = 0;
-    const char *end = text.data() + text.size();
-    const auto [rest, error] = std::from_chars(text.data(), end, number);
-    const bool is_number = error == std::errc{} && rest == end;
-    return is_number && may_be_number(of, number) ? std::optional(number) : std::nullopt;
+    const auto number = number_in(text);
+    return number && may_be_number(of, *number) ? number : std::nullopt;
+}
+
+std::optional<std::string> words_of_code(const vocabulary &of, const std::string &number) {
+    const auto value = number_in(number);
+    return value && has_words(of, *value) ? std::optional(of.words(*value)) : std::nullopt;
 }
 
 std::vector<std::string> value_words(const vocabulary &of) {
@@ -51,7 +60,8 @@ std::vector<std::string> value_words(const vocabulary &of) {
 
 std::string values_taken(const vocabulary &of) {
     std::vector<std::string> texts = value_words(of);
-    if (of.least <= of.most) texts.push_back(fmt::format("a number from {} to {}", of.least, of.most));
+    const std::string of_unit = of.unit.empty() ? "" : fmt::format(" of {}", of.unit);
+    if (of.least <= of.most) texts.push_back(fmt::format("a number{} from {} to {}", of_unit, of.least, of.most));
     return alternatives(texts);
 }
 
