@@ -154,7 +154,10 @@ INSTANTIATE_TEST_SUITE_P(
         bad_line{{"config", "interface"}, "config interface needs RANGE; see pmctl config interface --help"},
         bad_line{{"config", "interface", "fc1/1"}, "config interface needs SETTING; see pmctl config interface --help"},
         bad_line{{"config", "interface", "fc1/1,", "shutdown"},
-                 "config interface needs SETTING; see pmctl config interface --help"},
+                 "not an interface name: shutdown; see pmctl config interface --help"},
+        bad_line{{"config", "interface", "shutdown"},
+                 "not an interface name: shutdown; see pmctl config interface --help"},
+        bad_line{{"show", "module", "interfaces"}, "not the number of a module, from 1 to 255: interfaces"},
         bad_line{{"config", "subinterface"}, "the command is not complete: see pmctl config subinterface --help"},
         bad_line{{"config", "loopback", "create"},
                  "config loopback create needs RANGE; see pmctl config loopback "

@@ -56,10 +56,13 @@ void check_options(const command &of, const arguments &given) {
         if (!takes(of, name)) throw usage_error(fmt::format("{} does not take: {}", of.words, name));
 }
 
+// A word that was given may be what is wrong.
 void check_presence(const command &of, const arguments &given) {
-    for (const argument &each : of.takes)
-        if (each.is_required && !given.has(each.name))
-            throw usage_error(fmt::format("{} needs {}; see pmctl {} --help", of.words, each.name, of.words));
+    for (const argument &each : of.takes) {
+        if (!each.is_required || given.has(each.name)) continue;
+        check_words(of, given);
+        throw usage_error(fmt::format("{} needs {}; see pmctl {} --help", of.words, each.name, of.words));
+    }
 }
 
 void check_words(const command &of, const arguments &given) {

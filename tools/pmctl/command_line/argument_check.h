@@ -9,7 +9,7 @@ namespace pmctl {
 // Throws usage_error when an option was given that the command does not take.
 void check_options(const command &of, const arguments &given);
 
-// Throws usage_error when an argument that the command needs was not given.
+// Throws usage_error when an argument that the command needs was not given; about those that were, when one is wrong.
 void check_presence(const command &of, const arguments &given);
 
 // Throws usage_error, with a suggestion where one is near, for the first word that is not what its argument takes.
