@@ -144,6 +144,15 @@ TEST_F(config, reports_what_nobody_did) {
                             "port-channel3: the switch could not keep port-vsan 8: PM_ERR_FAILURE (0x40290000)"));
 }
 
+TEST_F(config, reports_all_of_a_range_when_one_cannot_be_asked_about) {
+    the_switch.silent = {"port-channel1"};
+    refuse_configured("port-channel1", PM_ERR_FAILURE);
+    the_switch.set_statuses = {{"port-channel2", PM_ERR_REJECTED}};
+    EXPECT_THAT(run({"interface", "po1-2", "port-vsan", "8"}).messages,
+                ElementsAre("port-channel1: no service of this switch takes its port-vsan",
+                            "port-channel2: it takes no port-vsan: PM_ERR_REJECTED (0x40290009)"));
+}
+
 TEST_F(config, tells_a_missing_service_from_a_missing_switch) {
     the_switch.set_failures = {{"mgmt0", EHOSTUNREACH}};
     const auto service = run({"interface", "mgmt0", "fc1/1", "shutdown"});

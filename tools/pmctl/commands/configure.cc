@@ -6,6 +6,7 @@
 #include <fmt/core.h>
 
 #include "commands/asked_ports.h"
+#include "failure.h"
 #include "output/command_lines.h"
 #include "port_mgr/status.h"
 #include "switch/interface_names.h"
@@ -41,10 +42,13 @@ attribute_value encoded(const setting_change &change) {
     }
 }
 
-// Where no service takes an attribute, its value stays as it is; that may be what was asked for.
-bool has_value_already(configuration &on, if_index_t index, const setting_change &change) {
+// Where no service takes an attribute, its value stays as it is; that may be what was asked for. An interface that
+// cannot be asked about has no value.
+bool has_value_already(configuration &on, if_index_t index, const setting_change &change) try {
     for (const pm_port_info_t &port : on.ports(interface_page{{index, index}}))
         if (port.if_index == index) return is_same_value(value_in(port, *change.what), change);
+    return false;
+} catch (const query_refused &) {
     return false;
 }
 
