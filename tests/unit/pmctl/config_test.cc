@@ -283,8 +283,10 @@ TEST_F(config_of_file, is_left_when_the_switch_falls_silent) {
     the_switch.set_failures = {{"fc1/1", ETIMEDOUT}};
     const auto outcome = run_file(good_lines);
     EXPECT_EQ(outcome.status, 1);
-    EXPECT_THAT(outcome.messages, ElementsAre(at(3) + "fc1/1 and 1 more: Connection timed out"));
+    EXPECT_THAT(outcome.messages, ElementsAre(at(3) + "fc1/1 and 1 more: Connection timed out",
+                                              at(3) + "what follows was not carried out"));
     EXPECT_EQ(the_switch.changes.size(), 2);
+    EXPECT_THAT(run_file("interface fc1/1\nshutdown\n").messages, ElementsAre(at(2) + "fc1/1: Connection timed out"));
 }
 
 TEST_F(config_of_file, is_checked_before_anything_is_sent) {

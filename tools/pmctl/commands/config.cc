@@ -43,7 +43,10 @@ void carry_out_all(const std::string &file, const std::vector<config_step> &step
         std::vector<std::string> of_step;
         const bool goes_on = std::visit([&](const auto &step) { return carry_out(on, step, of_step); }, each.what);
         note(line_name(file, each.line), of_step, failures);
-        if (!goes_on) return;
+        if (goes_on) continue;
+        if (&each != &steps.back())
+            failures.push_back(fmt::format("{}: what follows was not carried out", line_name(file, each.line)));
+        return;
     }
 }
 
