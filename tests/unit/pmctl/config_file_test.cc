@@ -147,6 +147,16 @@ TEST(config_file, names_every_mistake_with_its_line) {
                             "lab.cfg:16: not a known setting: show interface; did you mean interface?"));
 }
 
+TEST(config_file, is_left_at_the_hundredth_mistake) {
+    std::string text;
+    for (int i = 0; i < 100; ++i) text += "shutdwn\n";
+    EXPECT_EQ(mistakes_in(text).size(), 100);
+    const auto mistakes = mistakes_in(text + "interface fc1/1\n");
+    ASSERT_EQ(mistakes.size(), 101);
+    EXPECT_EQ(mistakes[99], "lab.cfg:100: not a known setting: shutdwn; did you mean shutdown?");
+    EXPECT_EQ(mistakes[100], "lab.cfg: too many mistakes to read on");
+}
+
 TEST(config_file, names_bad_bytes) {
     EXPECT_THAT(mistakes_in(std::string("interface fc1/1\n  mtu 1\0\n", 25)),
                 ElementsAre("lab.cfg:2: byte 0x00 in column 8 is no character of a command line"));

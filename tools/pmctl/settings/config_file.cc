@@ -17,6 +17,9 @@ namespace {
 
 using words_span = std::span<const std::string>;
 
+// A file with more of them is of another kind, and what may have been meant takes long to find.
+constexpr size_t most_mistakes = 100;
+
 struct created_kind_words {
     std::string_view keyword;
     created_kind kind;
@@ -106,7 +109,7 @@ class config_reader {
 std::vector<config_step> read_config(const std::string &name, std::string_view text) {
     config_reader reader;
     std::vector<std::string> mistakes;
-    for (size_t number = 1; !text.empty(); ++number) {
+    for (size_t number = 1; !text.empty() && mistakes.size() < most_mistakes; ++number) {
         const size_t length = std::min(text.find('\n'), text.size());
         try {
             reader.read(number, without_carriage_return(text.substr(0, length)));
@@ -115,6 +118,7 @@ std::vector<config_step> read_config(const std::string &name, std::string_view t
         }
         text.remove_prefix(std::min(length + 1, text.size()));
     }
+    if (!text.empty()) mistakes.push_back(fmt::format("{}: too many mistakes to read on", name));
     if (!mistakes.empty()) throw usage_errors(std::move(mistakes));
     return reader.steps();
 }

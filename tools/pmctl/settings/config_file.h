@@ -28,7 +28,8 @@ struct config_step {
     std::variant<setting_step, creation_step> what;
 };
 
-// The steps of a file's text in their order. Throws usage_errors with every mistake; `name` is the file's in them.
+// The steps of a file's text in their order. Throws usage_errors with every mistake,
+// up to the hundredth; `name` is the file's in them.
 std::vector<config_step> read_config(const std::string &name, std::string_view text);
 
 // "lab.cfg:3".
