@@ -161,6 +161,16 @@ TEST(command_lines, leave_out_values_that_a_setting_cannot_have) {
 )");
 }
 
+TEST(command_lines, leave_out_what_interfaces_hold_that_do_not_have_a_setting) {
+    pm_port_info_t port = idle_port("loopback1");
+    const std::string idle = command_lines(port);
+    port.admin_mode = 1;
+    port.admin_trunk_mode = 1;
+    port.beacon_mode = 2;
+    port.down_on_link_failure = 4;
+    EXPECT_EQ(command_lines(port), idle);
+}
+
 TEST(command_lines, write_a_bandwidth_where_one_is_set) {
     pm_port_info_t port = full_port();
     port.oper_speed = 4000;

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 // The commands that configure, from their words to what the switch is asked for and what is said about it.
+#include <fcntl.h>
 #include <pwd.h>
 #include <unistd.h>
 
@@ -322,6 +323,7 @@ TEST_F(config_of_file, is_standard_input_for_a_dash) {
     const int before = dup(STDIN_FILENO);
     ASSERT_NE(freopen(path_.c_str(), "r", stdin), nullptr);
     const auto outcome = run({"-"});
+    EXPECT_NE(fcntl(STDIN_FILENO, F_GETFD), -1) << "it stays open";
     EXPECT_EQ(dup2(before, STDIN_FILENO), STDIN_FILENO);
     close(before);
     EXPECT_EQ(outcome.status, 2);
