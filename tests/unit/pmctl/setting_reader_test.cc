@@ -192,6 +192,13 @@ TEST(settings_read, have_every_attribute) {
     EXPECT_EQ(attributes, (std::set<uint32_t>{1, 2, 3, 4, 5, 6, 7, 8, 12, 15, 17, 23, 29, 36, 44}));
 }
 
+TEST(settings_read, have_no_two_values_with_the_same_words) {
+    for (const auto &each : pmctl::all_settings()) {
+        const auto words = value_words(each.values);
+        EXPECT_EQ(std::set<std::string>(words.begin(), words.end()).size(), words.size()) << each.keywords;
+    }
+}
+
 TEST(words_after, are_keywords_and_values) {
     const auto after = [](std::vector<std::string> words) { return pmctl::words_after(words); };
     EXPECT_THAT(after({}), testing::AllOf(Contains("shutdown"), Contains("no"), Contains("switchport"),

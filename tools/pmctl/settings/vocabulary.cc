@@ -18,8 +18,7 @@ std::optional<uint32_t> worded_value(const vocabulary &of, const std::string &te
 }
 
 bool has_words(const vocabulary &of, uint32_t value) {
-    const bool is_worded = std::find(of.worded.begin(), of.worded.end(), value) != of.worded.end();
-    return is_worded && worded_value(of, of.words(value)) == value;
+    return std::find(of.worded.begin(), of.worded.end(), value) != of.worded.end();
 }
 
 std::optional<uint32_t> number_in(const std::string &text) {
@@ -53,8 +52,7 @@ std::optional<std::string> words_of_code(const vocabulary &of, const std::string
 
 std::vector<std::string> value_words(const vocabulary &of) {
     std::vector<std::string> texts;
-    for (const uint32_t value : of.worded)
-        if (has_words(of, value)) texts.push_back(of.words(value));
+    for (const uint32_t value : of.worded) texts.push_back(of.words(value));
     return texts;
 }
 

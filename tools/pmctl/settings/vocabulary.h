@@ -13,7 +13,7 @@
 namespace pmctl {
 
 struct vocabulary {
-    std::span<const uint32_t> worded = {};     // values that have words; of two with the same words the first has them
+    std::span<const uint32_t> worded = {};     // values that have words, no two the same
     std::string (*words)(uint32_t) = nullptr;  // of these
     uint32_t least = 1;                        // values that are written as numbers; none when `most` is less
     uint32_t most = 0;
