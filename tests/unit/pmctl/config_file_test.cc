@@ -26,7 +26,7 @@ std::string names_of(const std::vector<pmctl::interface_range> &ranges) {
 // "3 fc1/1 : shutdown", "2 create loopback2 ".
 struct step_text {
     std::string operator()(const pmctl::setting_step &step) const {
-        return names_of(step.interfaces) + ": " + setting_line(step.change);
+        return names_of(*step.interfaces) + ": " + setting_line(step.change);
     }
     std::string operator()(const pmctl::creation_step &step) const {
         const bool is_loopback = step.kind == pmctl::created_kind::loopback;
@@ -166,6 +166,13 @@ TEST(config_file, names_bad_bytes) {
                             "lab.cfg:4: byte 0x0d in column 9 is no character of a command line",
                             "lab.cfg:5: byte 0xe2 in column 15 is no character of a command line"));
     EXPECT_THAT(mistakes_in("interface fc1/1\ndescription \u00fcber\n! \x01 in a comment\n"), IsEmpty());
+}
+
+TEST(config_file, shares_the_interfaces_of_a_line_between_its_settings) {
+    const auto steps = read_config("lab.cfg", "interface fc1/1\nshutdown\nspeed auto\n");
+    ASSERT_EQ(steps.size(), 2u);
+    EXPECT_EQ(std::get<pmctl::setting_step>(steps[0].what).interfaces,
+              std::get<pmctl::setting_step>(steps[1].what).interfaces);
 }
 
 }  // namespace

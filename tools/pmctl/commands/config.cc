@@ -61,7 +61,8 @@ command_result run_config_file(const arguments &given) {
 }
 
 command_result run_config_interface(const arguments &given) {
-    return carried_out(setting_step{ranges_in(given), read_setting(given.words("SETTING"))});
+    return carried_out(setting_step{std::make_shared<const std::vector<interface_range>>(ranges_in(given)),
+                                    read_setting(given.words("SETTING"))});
 }
 
 command_result run_create_sub_interfaces(const arguments &given) {

@@ -118,9 +118,9 @@ bool carry_out(configuration &on, const setting_step &step, std::vector<std::str
     const attribute_value value = encoded(step.change);
     change_results results;
     bool goes_on = true;
-    for (const interface_page &page : owner_pages(members_of(step.interfaces)))
+    for (const interface_page &page : owner_pages(members_of(*step.interfaces)))
         if (goes_on) goes_on = attempt(failures, [&] { on.set(page, value, results); });
-    for (const interface_range &range : step.interfaces)
+    for (const interface_range &range : *step.interfaces)
         if (goes_on) goes_on = attempt(failures, [&] { note_range(on, range, step.change, results, failures); });
     return goes_on;
 }

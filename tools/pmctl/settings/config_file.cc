@@ -81,8 +81,8 @@ class config_reader {
         check_bytes(std::string(line));
         const std::vector<std::string> words = line_words(line);
         if (words.front() == "interface") {
-            has_context_ = true;  // even if it is wrong, so that one slip makes one mistake
-            interfaces_ = read_interfaces("interface", words_span(words).subspan(1));
+            name_interfaces({});  // so that one slip makes one mistake
+            name_interfaces(read_interfaces("interface", words_span(words).subspan(1)));
         } else {
             steps_.push_back({number, step_of(words)});
         }
@@ -91,16 +91,19 @@ class config_reader {
     std::vector<config_step> steps() { return std::move(steps_); }
 
   private:
+    void name_interfaces(std::vector<interface_range> interfaces) {
+        interfaces_ = std::make_shared<const std::vector<interface_range>>(std::move(interfaces));
+    }
+
     std::variant<setting_step, creation_step> step_of(const std::vector<std::string> &words) const {
         for (const created_kind_words &each : created_kinds)
             if (words.front() == each.keyword) return read_creation(each, words);
         setting_change change = read_setting(words, other_beginnings());
-        if (!has_context_) throw usage_error("no line names the interface before this one");
+        if (interfaces_ == nullptr) throw usage_error("no line names the interface before this one");
         return setting_step{interfaces_, std::move(change)};
     }
 
-    bool has_context_ = false;
-    std::vector<interface_range> interfaces_;
+    std::shared_ptr<const std::vector<interface_range>> interfaces_;  // null before the first line `interface`
     std::vector<config_step> steps_;
 };
 

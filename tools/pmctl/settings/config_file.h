@@ -3,6 +3,7 @@
 #ifndef PMCTL_SETTINGS_CONFIG_FILE_H
 #define PMCTL_SETTINGS_CONFIG_FILE_H
 
+#include <memory>
 #include <variant>
 
 #include "settings/setting_table.h"
@@ -10,8 +11,9 @@
 
 namespace pmctl {
 
+// The settings behind one line `interface` share its interfaces.
 struct setting_step {
-    std::vector<interface_range> interfaces;
+    std::shared_ptr<const std::vector<interface_range>> interfaces;
     setting_change change;
 };
 
