@@ -3,7 +3,6 @@
 #ifndef PM_API_COMMON_ANSWER_CHECK_H
 #define PM_API_COMMON_ANSWER_CHECK_H
 
-#include "port_mgr/status.h"
 #include "protocol/byte_order.h"
 #include "protocol/port_info_layout.h"
 
@@ -15,12 +14,6 @@ inline uint32_t count_of(const uint8_t *payload) { return load_be32(payload + an
 // `size` bytes hold the header and all records that it counts.
 inline bool holds_records(const uint8_t *payload, uint64_t size, size_t record_size) {
     return size >= answer_header_size && answer_header_size + uint64_t{count_of(payload)} * record_size <= size;
-}
-
-// What an answer comes to that does not hold what it says: its status, unless that says that all is well.
-inline uint32_t status_of_malformed(const uint8_t *payload, uint64_t size) {
-    const uint32_t status = size < answer_status_size ? 0 : status_of(payload);
-    return status != 0 ? status : PM_ERR_INVALID_PARAM;
 }
 
 }  // namespace pm

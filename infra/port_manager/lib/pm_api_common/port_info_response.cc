@@ -10,6 +10,7 @@
 #include "pm_api_common/heap.h"
 #include "pm_api_common/received_message.h"
 #include "port_mgr/opcodes.h"
+#include "port_mgr/status.h"
 
 namespace {
 
@@ -19,12 +20,12 @@ using pm::status_of;
 // The size that a caller without one claims for its payload.
 constexpr uint64_t any_size = UINT64_MAX;
 
-// 0 when `size` bytes hold the header and all records that it counts; else the service's status, or that of a
-// malformed answer.
+// 0 when `size` bytes hold the header and all records that it counts; else the service's status, behind which nothing
+// need follow, or that of a malformed answer.
 uint32_t check_answer(const uint8_t *payload, uint64_t size, size_t record_size) {
-    if (payload == nullptr) return PM_ERR_INVALID_PARAM;
-    if (!pm::holds_records(payload, size, record_size)) return pm::status_of_malformed(payload, size);
-    return status_of(payload);
+    if (payload == nullptr || size < pm::answer_status_size) return PM_ERR_INVALID_PARAM;
+    if (status_of(payload) != 0) return status_of(payload);
+    return pm::holds_records(payload, size, record_size) ? 0 : PM_ERR_INVALID_PARAM;
 }
 
 // The attribute elements behind `end` bytes of records, or null when nothing is there.

@@ -15,6 +15,7 @@
 #include "port_mgr/opcodes.h"
 #include "port_mgr/port_info_request.h"
 #include "port_mgr/service_selection.h"
+#include "port_mgr/status.h"
 #include "protocol/config_layout.h"
 #include "protocol/request_layout.h"
 
@@ -35,7 +36,8 @@ struct set_results {
         *count = 0;
     }
 
-    // Results count only in an answer that holds as many as it says.
+    // Results count only in an answer that holds as many as it says. Of another one the status does, unless that says
+    // that all is well.
     [[nodiscard]] uint32_t take(const pm::cmi_answer &answer) const {
         if (answer.status != 0) return answer.status;
         const uint8_t *const payload = answer.payload.get();
@@ -43,7 +45,8 @@ struct set_results {
             return pm_parse_set_port_info_res_payload(payload, count, entries);
         }
         clear();
-        return pm::status_of_malformed(payload, answer.size);
+        const uint32_t status = answer.size < pm::answer_status_size ? 0 : pm::status_of(payload);
+        return status != 0 ? status : PM_ERR_INVALID_PARAM;
     }
 };
 
