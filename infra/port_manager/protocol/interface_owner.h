@@ -24,6 +24,8 @@ inline constexpr std::array interface_owners{
     interface_owner{IF_TYPE_ETHERNET_SFP, PM_SAP_ETHERNET_CHANNEL},
 };
 
+constexpr bool is_port_channel_type(uint8_t type) { return type == IF_TYPE_PORT_CHANNEL || type == IF_TYPE_BUNDLE; }
+
 constexpr uint32_t owner_of_type(uint8_t type) {
     for (const interface_owner &owner : interface_owners) {
         if (owner.type == type) return owner.sap;

@@ -43,10 +43,7 @@ uint8_t type_of(if_index_t if_index) {
     return type;
 }
 
-bool is_port_channel(if_index_t if_index) {
-    const uint8_t type = type_of(if_index);
-    return type == IF_TYPE_PORT_CHANNEL || type == IF_TYPE_BUNDLE;
-}
+bool is_port_channel(if_index_t if_index) { return pm::is_port_channel_type(type_of(if_index)); }
 
 bool is_sub_interface(if_index_t if_index) { return if_index_get_mainintf_from_subintf(if_index) != if_index; }
 

@@ -85,7 +85,7 @@ uint32_t select_module_ports(const chassis_model &model, const port_request &req
     pm::byte_reader reader(request.payload);
     const auto slot = static_cast<uint8_t>(reader.get_u8() - 1);
     const uint8_t type = reader.get_u8();
-    if (type != IF_TYPE_PORT_CHANNEL && type != IF_TYPE_BUNDLE && pm::owner_of_type(type) != request.sap) {
+    if (!pm::is_port_channel_type(type) && pm::owner_of_type(type) != request.sap) {
         return PM_ERR_REJECTED;
     }
     if (!model.line_cards.contains(slot)) return PM_ERR_INVALID_RANGE;

@@ -13,4 +13,9 @@ void *allocate(uint64_t size, uint64_t limit, const char *file, int line) {
     return block;
 }
 
+uint32_t report_no_memory(const char *function, uint64_t size) {
+    std::printf("%s: malloc failure, size(%d)\n", function, static_cast<int>(size));
+    return out_of_memory;
+}
+
 }  // namespace pm

@@ -28,6 +28,9 @@ inline constexpr uint32_t out_of_memory = 1;
 // null.
 [[nodiscard]] void *allocate(uint64_t size, uint64_t limit, const char *file, int line);
 
+// Names the function whose request could not be allocated, after the place. Returns out_of_memory.
+uint32_t report_no_memory(const char *function, uint64_t size);
+
 }  // namespace pm
 
 #define PM_ALLOCATE(size, limit) ::pm::allocate((size), (limit), __FILE__, __LINE__)

@@ -6,6 +6,7 @@
 #include <initializer_list>
 
 #include "platform/if_index.h"
+#include "protocol/interface_owner.h"
 
 namespace pm {
 
@@ -15,8 +16,6 @@ inline uint8_t type_of(if_index_t if_index) {
     if_index_get_type(if_index, &type);
     return type;
 }
-
-constexpr bool is_port_channel_type(uint8_t type) { return type == IF_TYPE_PORT_CHANNEL || type == IF_TYPE_BUNDLE; }
 
 // A set of interface types, all of them below 32.
 class type_set {

@@ -28,8 +28,7 @@ constexpr type_support supports[] = {
 };
 
 int32_t is_supported(if_index_t if_index, support type_support::*attribute) {
-    uint8_t type = IF_TYPE_NONE;
-    if_index_get_type(if_index, &type);
+    const uint8_t type = pm::type_of(if_index);
     for (const type_support &row : supports) {
         if (row.type != type) continue;
         if (row.*attribute == support::of_xgfc) return pm_is_xgfc_interface(if_index);

@@ -39,10 +39,7 @@ uint32_t send_query(mts_handle_t handle, uint32_t opcode, const port_info_query 
     const uint32_t ranges = query.sent_ranges();
     const uint64_t size = pm::port_info_request_header_size + uint64_t{ranges} * pm::wire_range_size;
     pm::heap_block<uint8_t> payload(static_cast<uint8_t *>(PM_ALLOCATE(size, pm::largest_request)));
-    if (payload == nullptr) {
-        std::printf("%s: malloc failure, size(%d)\n", sender, static_cast<int>(size));
-        return pm::out_of_memory;
-    }
+    if (payload == nullptr) return pm::report_no_memory(sender, size);
     pm::byte_writer writer({payload.get(), static_cast<size_t>(size)});
     pm::write_header(writer, query.header);
     pm::put_ranges(writer, ranges, query.ranges);

@@ -28,11 +28,7 @@ bool is_listed(const pm_x2_ident_t &ident) {
 
 }  // namespace
 
-int32_t pm_is_transceiver_supported(if_index_t if_index) {
-    uint8_t type = IF_TYPE_NONE;
-    if_index_get_type(if_index, &type);
-    return with_transceiver.contains(type);
-}
+int32_t pm_is_transceiver_supported(if_index_t if_index) { return with_transceiver.contains(pm::type_of(if_index)); }
 
 int32_t pm_is_x2_dwdm(const pm_x2_ident_t *ident) {
     if (ident->dwdm_exclusion != 0) return 0;

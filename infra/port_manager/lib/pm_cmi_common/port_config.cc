@@ -21,11 +21,6 @@
 
 namespace {
 
-uint32_t report_no_memory(const char *function, uint64_t size) {
-    std::printf("%s: malloc failure, size(%d)\n", function, static_cast<int>(size));
-    return pm::out_of_memory;
-}
-
 // Where the results of a set request go.
 struct set_results {
     uint32_t *count;
@@ -77,7 +72,7 @@ uint32_t pm_cmi_set_port_config(mts_handle_t handle, const char *first_text, con
     const pm::set_request request{first_text, second_text, range_count, ranges, type, length, value};
     const uint64_t size = pm::size_of(request);
     const pm::request_block payload = PM_ALLOCATE_REQUEST(size);
-    if (!payload) return report_no_memory(__func__, size);
+    if (!payload) return pm::report_no_memory(__func__, size);
     const uint32_t encoded = pm::write(request, payload.bytes());
     if (encoded != 0) {
         std::printf("%s: err(%d) in pm_encode_tlv\n", __func__, static_cast<int>(encoded));
@@ -85,7 +80,7 @@ uint32_t pm_cmi_set_port_config(mts_handle_t handle, const char *first_text, con
     }
     // Each service is sent a block of its own.
     pm::request_block copy = PM_ALLOCATE_REQUEST(size);
-    if (!copy) return report_no_memory(__func__, size);
+    if (!copy) return pm::report_no_memory(__func__, size);
     std::memcpy(copy.block.get(), payload.block.get(), payload.size);
 
     uint32_t status = 0;
@@ -115,7 +110,7 @@ uint32_t pm_cmi_get_port_config(mts_handle_t handle, uint32_t kind, uint32_t ran
 
     const uint64_t size = pm::port_info_request_header_size + uint64_t{range_count} * pm::wire_range_size;
     pm::request_block payload = PM_ALLOCATE_REQUEST(size);
-    if (!payload) return report_no_memory(__func__, size);
+    if (!payload) return pm::report_no_memory(__func__, size);
     pm::byte_writer writer(payload.bytes());
     pm::write_header(writer, {PM_PORT_INFO_MODE_RANGES, 0, 0, 0, 0, range_count});
     pm::put_ranges(writer, range_count, ranges);
