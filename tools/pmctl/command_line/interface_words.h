@@ -17,7 +17,8 @@ bool goes_on_naming(const std::vector<std::string> &words, const std::string &ne
 // The ranges that words name. Throws usage_error, for an unknown name with what may have been meant: a kind of
 // interfaces that exists or one of `beside`, or else what `otherwise` says.
 std::vector<interface_range> interfaces_named(const std::vector<std::string> &words,
-                                              const std::vector<std::string> &beside, const std::string &otherwise);
+                                              const std::vector<std::string> &beside = {},
+                                              const std::string &otherwise = {});
 
 }  // namespace pmctl
 

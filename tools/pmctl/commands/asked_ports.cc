@@ -15,7 +15,7 @@ void append(std::vector<pm_port_info_t> &ports, const Ports &more) {
 }  // namespace
 
 std::vector<interface_range> named_ranges(const arguments &given) {
-    std::vector<interface_range> all = interfaces_named(given.words("NAME"), {}, "");
+    std::vector<interface_range> all = interfaces_named(given.words("NAME"));
     if (given.has("--all") && !all.empty()) throw usage_error("--all and interface names exclude each other");
     return all;
 }

@@ -12,9 +12,7 @@
 namespace pmctl {
 namespace {
 
-std::vector<interface_range> ranges_in(const arguments &given) {
-    return interfaces_named(given.words("RANGE"), {}, "");
-}
+std::vector<interface_range> ranges_in(const arguments &given) { return interfaces_named(given.words("RANGE")); }
 
 template <typename Step>
 command_result carried_out(const Step &step) {

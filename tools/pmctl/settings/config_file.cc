@@ -59,7 +59,7 @@ void check_bytes(std::string line) {
 
 std::vector<interface_range> read_interfaces(const std::string &keywords, words_span words) {
     if (words.empty()) throw usage_error(fmt::format("{} needs names of interfaces", keywords));
-    return interfaces_named({words.begin(), words.end()}, {}, "");
+    return interfaces_named({words.begin(), words.end()});
 }
 
 creation_step read_creation(const created_kind_words &of, words_span words) {

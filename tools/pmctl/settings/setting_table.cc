@@ -11,7 +11,6 @@
 
 #include "platform/if_index.h"
 #include "port_mgr/command_words.h"
-#include "port_mgr/config_attribute.h"
 #include "port_mgr/port_capabilities.h"
 #include "port_mgr/port_strings.h"
 #include "switch/interface_names.h"

@@ -5,13 +5,14 @@
 
 #include <string_view>
 
+#include "port_mgr/config_attribute.h"
 #include "port_mgr/port_info_record.h"
 #include "settings/vocabulary.h"
 
 namespace pmctl {
 
 // Bytes of an attribute's value.
-enum class value_width : uint8_t { byte = 1, halfword = 2, word = 4, text = 81 };
+enum class value_width : uint8_t { byte = 1, halfword = 2, word = 4, text = PM_CFG_VALUE_SIZE };
 
 // A line is the keywords and a value; or, for values that are no words, the keywords alone or "no" before them.
 struct setting {

@@ -20,8 +20,6 @@
 namespace pmctl {
 namespace {
 
-constexpr uint32_t usual_wait = 0;
-
 constexpr const char *program_name = "pmctl";
 
 // A list of one range as the library takes it.

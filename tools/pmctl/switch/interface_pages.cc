@@ -36,9 +36,11 @@ struct owner {
 
 owner owner_of(if_index_t index) { return {interface_type(index), is_sub_interface(index), pm_get_mts_sap(index)}; }
 
-bool has_room_for(const interface_page &page, if_index_t index) {
-    return page.size() < page_interfaces && owner_of(page.front().first) == owner_of(index);
-}
+// A page under construction.
+struct owned_page {
+    owner of;
+    interface_page interfaces;
+};
 
 }  // namespace
 
@@ -50,16 +52,20 @@ std::vector<pm_if_index_range_t> range_pages(const interface_range &range) {
 }
 
 std::vector<interface_page> owner_pages(const std::vector<if_index_t> &interfaces) {
-    std::vector<interface_page> pages;
+    std::vector<owned_page> pages;
     std::set<if_index_t> seen;
     for (const if_index_t index : interfaces) {
         if (!seen.insert(index).second) continue;
-        const auto found = std::find_if(pages.begin(), pages.end(),
-                                        [index](const interface_page &page) { return has_room_for(page, index); });
-        interface_page &page = found == pages.end() ? pages.emplace_back() : *found;
-        page.push_back({index, index});
+        const owner of = owner_of(index);
+        const auto found = std::find_if(pages.begin(), pages.end(), [&of](const owned_page &page) {
+            return page.interfaces.size() < page_interfaces && page.of == of;
+        });
+        owned_page &page = found == pages.end() ? pages.emplace_back(owned_page{of, {}}) : *found;
+        page.interfaces.push_back({index, index});
     }
-    return pages;
+    std::vector<interface_page> finished;
+    for (owned_page &page : pages) finished.push_back(std::move(page.interfaces));
+    return finished;
 }
 
 std::string page_name(const interface_page &page) {

@@ -14,7 +14,6 @@ namespace pmctl {
 namespace {
 
 constexpr const char *every_interface = "all interfaces";
-constexpr uint32_t usual_wait = 0;
 constexpr uint8_t slot_port_types[] = {IF_TYPE_FC, IF_TYPE_ETHERNET, IF_TYPE_SLOT_PORT, IF_TYPE_ETHERNET_KIND,
                                        IF_TYPE_ETHERNET_SFP};
 

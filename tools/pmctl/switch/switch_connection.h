@@ -9,6 +9,9 @@
 
 namespace pmctl {
 
+// As long as the transport waits by itself.
+inline constexpr uint32_t usual_wait = 0;
+
 // A handle of the transport, closed with its owner.
 class open_handle {
   public:
