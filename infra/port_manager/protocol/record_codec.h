@@ -15,6 +15,7 @@ enum class field_kind : uint8_t {
     bytes,  // as they are: characters, single bytes, and words that keep network order
     u16,    // numbers, converted
     u32,
+    u64,
     if_index  // an interface index, converted by the platform's function
 };
 
@@ -34,6 +35,8 @@ inline void move_field(const uint8_t *from, uint8_t *to, auto convert_if_index) 
         for (size_t i = 0; i < count; ++i) store(to + 2 * i, load_be16(from + 2 * i));
     } else if constexpr (kind == field_kind::u32) {
         for (size_t i = 0; i < count; ++i) store(to + 4 * i, load_be32(from + 4 * i));
+    } else if constexpr (kind == field_kind::u64) {
+        for (size_t i = 0; i < count; ++i) store(to + 8 * i, load_be64(from + 8 * i));
     } else {
         store(to, static_cast<uint32_t>(convert_if_index(load<uint32_t>(from))));
     }

@@ -24,7 +24,7 @@ inline constexpr size_t wire_range_size = 8;
 // A request for the port that follows: one interface index.
 inline constexpr size_t next_port_request_size = 4;
 
-// A request for a module's resources: the module word and the number of ranges, 16 bits each, and the ranges.
+// A request for a module's resources: the module and the number of ranges, 16 bits each, and the ranges.
 inline constexpr size_t module_resources_header_size = 4;
 
 inline void write_header(byte_writer &to, const port_info_request_header &header) {

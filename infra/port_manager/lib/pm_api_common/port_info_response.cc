@@ -14,19 +14,12 @@
 
 namespace {
 
+using pm::check_answer;
 using pm::count_of;
 using pm::status_of;
 
 // The size that a caller without one claims for its payload.
 constexpr uint64_t any_size = UINT64_MAX;
-
-// 0 when `size` bytes hold the header and all records that it counts; else the service's status, behind which nothing
-// need follow, or that of a malformed answer.
-uint32_t check_answer(const uint8_t *payload, uint64_t size, size_t record_size) {
-    if (payload == nullptr || size < pm::answer_status_size) return PM_ERR_INVALID_PARAM;
-    if (status_of(payload) != 0) return status_of(payload);
-    return pm::holds_records(payload, size, record_size) ? 0 : PM_ERR_INVALID_PARAM;
-}
 
 // The attribute elements behind `end` bytes of records, or null when nothing is there.
 const uint8_t *attributes_behind(const uint8_t *payload, size_t end, uint32_t size) {
