@@ -1,0 +1,172 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "sff8472/identification.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <numeric>
+#include <string_view>
+
+namespace sff8472 {
+namespace {
+
+struct code_name {
+    uint8_t code;
+    const char *name;
+};
+
+constexpr uint8_t dwdm_sfp = 0x0b;
+
+constexpr code_name identifiers[] = {
+    {0x01, "GBIC"}, {0x02, "soldered"}, {0x03, "SFP"}, {0x05, "XENPAK"},
+    {0x06, "XFP"},  {0x09, "XPAK"},     {0x0a, "X2"},  {dwdm_sfp, "DWDM-SFP"},
+};
+
+constexpr code_name connectors[] = {
+    {0x01, "SC"},
+    {0x02, "FC copper style 1"},
+    {0x03, "FC copper style 2"},
+    {0x04, "BNC/TNC"},
+    {0x05, "FC coax"},
+    {0x06, "fiber jack"},
+    {0x07, "LC"},
+    {0x08, "MT-RJ"},
+    {0x09, "MU"},
+    {0x0a, "SG"},
+    {0x0b, "optical pigtail"},
+    {0x0c, "MPO"},
+    {0x20, "HSSDC II"},
+    {0x21, "copper pigtail"},
+    {0x22, "RJ45"},
+    {0x23, "no separable connector"},
+};
+
+// What a bit of the page says about the technology.
+struct technology_bit {
+    size_t offset;
+    uint8_t bit;
+    const char *name;
+    bool is_copper = false;
+};
+
+// The first one that is set counts.
+constexpr technology_bit technologies[] = {
+    {serial_id::fc_technology_and_cable, 0x04, "passive copper cable", true},
+    {serial_id::fc_technology_and_cable, 0x08, "active copper cable", true},
+    {serial_id::ethernet_codes, 0x08, "1000BASE-T", true},
+    {serial_id::ethernet_codes, 0x04, "1000BASE-CX", true},
+    {serial_id::ethernet_10g_codes, 0x80, "10GBASE-ER"},
+    {serial_id::ethernet_10g_codes, 0x40, "10GBASE-LRM"},
+    {serial_id::ethernet_10g_codes, 0x20, "10GBASE-LR"},
+    {serial_id::ethernet_10g_codes, 0x10, "10GBASE-SR"},
+    {serial_id::fc_length_and_technology, 0x02, "long wave laser"},
+    {serial_id::fc_technology_and_cable, 0x10, "long wave laser"},
+    {serial_id::fc_length_and_technology, 0x04, "short wave laser"},
+    {serial_id::fc_technology_and_cable, 0x20, "short wave laser with OFC"},
+    {serial_id::fc_technology_and_cable, 0x40, "short wave laser"},
+    {serial_id::ethernet_codes, 0x02, "1000BASE-LX"},
+    {serial_id::ethernet_codes, 0x01, "1000BASE-SX"},
+};
+
+// A length byte, and the metres that it counts.
+struct length_byte {
+    size_t offset;
+    uint32_t unit;
+    const char *medium;
+};
+constexpr length_byte fibre_lengths[] = {
+    {serial_id::length_single_mode_km, 1000, "single-mode fibre"},
+    {serial_id::length_copper, 10, "OM4 fibre"},
+    {serial_id::length_om3, 10, "OM3 fibre"},
+    {serial_id::length_om2, 10, "OM2 fibre"},
+    {serial_id::length_om1, 10, "OM1 fibre"},
+};
+
+std::string name_of(uint8_t code, std::span<const code_name> names) {
+    for (const code_name &known : names) {
+        if (known.code == code) return known.name;
+    }
+    char text[sizeof "unknown (0x00)"];
+    std::snprintf(text, sizeof text, "unknown (0x%02x)", code);
+    return text;
+}
+
+std::string text_of(serial_id_page page, field of) {
+    const std::string_view text(reinterpret_cast<const char *>(&page[of.offset]), of.size);
+    const size_t end = text.find_last_not_of(std::string_view(" \0", 2));
+    return std::string(text.substr(0, end == std::string_view::npos ? 0 : end + 1));
+}
+
+// "240517" and a lot become "2024-05-17" and the lot.
+void take_date(const std::string &code, identification &to) {
+    constexpr size_t digits = 6;
+    if (code.size() < digits || code.find_first_not_of("0123456789") < digits) return;
+    to.date = "20" + code.substr(0, 2) + "-" + code.substr(2, 2) + "-" + code.substr(4, 2);
+    to.lot = code.substr(digits);
+}
+
+const technology_bit *technology_of(serial_id_page page) {
+    for (const technology_bit &known : technologies) {
+        if ((page[known.offset] & known.bit) != 0) return &known;
+    }
+    return nullptr;
+}
+
+uint32_t bit_rate_of(serial_id_page page) {
+    constexpr uint8_t see_maximum = 0xff;
+    const uint8_t nominal = page[serial_id::bit_rate];
+    return nominal == see_maximum ? page[serial_id::bit_rate_max] * 250u : nominal * 100u;
+}
+
+uint32_t wavelength_of(serial_id_page page) {
+    const uint32_t nanometres = page[serial_id::wavelength] * 256u + page[serial_id::wavelength + 1];
+    const bool has_fraction = page[serial_id::identifier] == dwdm_sfp;
+    return nanometres * 100 + (has_fraction ? page[serial_id::wavelength_fraction] : 0u);
+}
+
+bool is_sum(serial_id_page page, size_t first, size_t checksum) {
+    const auto covered = page.subspan(first, checksum - first);
+    return std::accumulate(covered.begin(), covered.end(), uint8_t{0}, [](uint8_t sum, uint8_t byte) {
+               return static_cast<uint8_t>(sum + byte);
+           }) == page[checksum];
+}
+
+}  // namespace
+
+identification identify(serial_id_page page) {
+    identification found{};
+    const technology_bit *const technology = technology_of(page);
+    found.identifier = name_of(page[serial_id::identifier], identifiers);
+    found.connector = name_of(page[serial_id::connector], connectors);
+    found.technology = technology != nullptr ? technology->name : "";
+    found.is_copper = technology != nullptr && technology->is_copper;
+    found.vendor = text_of(page, serial_id::vendor_name);
+    std::copy_n(&page[serial_id::vendor_oui.offset], found.oui.size(), found.oui.begin());
+    found.part_number = text_of(page, serial_id::part_number);
+    found.revision = text_of(page, serial_id::revision);
+    found.serial_number = text_of(page, serial_id::serial_number);
+    take_date(text_of(page, serial_id::date_code), found);
+    found.bit_rate = bit_rate_of(page);
+    found.wavelength = found.is_copper ? 0 : wavelength_of(page);
+    found.has_diagnostics = (page[serial_id::diagnostic_type] & diagnostic_type::implemented) != 0;
+    found.checksums_are_right =
+        is_sum(page, 0, serial_id::base_checksum) && is_sum(page, serial_id::options, serial_id::extended_checksum);
+    return found;
+}
+
+std::vector<reach> reaches_of(serial_id_page page) {
+    std::vector<reach> reaches;
+    const technology_bit *const technology = technology_of(page);
+    if (technology != nullptr && technology->is_copper) {
+        if (page[serial_id::length_copper] != 0) reaches.push_back({"copper", page[serial_id::length_copper]});
+        return reaches;
+    }
+    for (const length_byte &known : fibre_lengths) {
+        // Beyond a kilometre, the byte in kilometres says the same in short.
+        const bool is_short = known.offset == serial_id::length_single_mode_km && page[known.offset] == 0;
+        const uint32_t metres = is_short ? page[serial_id::length_single_mode] * 100u : page[known.offset] * known.unit;
+        if (metres != 0) reaches.push_back({known.medium, metres});
+    }
+    return reaches;
+}
+
+}  // namespace sff8472
