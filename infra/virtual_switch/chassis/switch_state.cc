@@ -9,11 +9,12 @@
 
 namespace virtual_switch {
 
-switch_state::switch_state(chassis_model chassis, configuration changes, outlets to)
+switch_state::switch_state(chassis_model chassis, configuration changes, outlets to, switch_clock clock)
     : chassis_(std::move(chassis)),
       changes_(std::move(changes)),
       model_(configured(chassis_, changes_)),
-      to_(std::move(to)) {
+      to_(std::move(to)),
+      clock_(std::move(clock)) {
     to_.publish(model_);
 }
 

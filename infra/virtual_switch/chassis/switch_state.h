@@ -7,6 +7,7 @@
 #include <functional>
 
 #include "chassis/configuration.h"
+#include "chassis/switch_clock.h"
 
 namespace virtual_switch {
 
@@ -19,12 +20,15 @@ class switch_state {
     };
 
     // Publishes the model, or throws what the outlet throws.
-    switch_state(chassis_model chassis, configuration changes, outlets to);
+    switch_state(chassis_model chassis, configuration changes, outlets to, switch_clock clock = started_clock());
 
     // All of them may change between two requests.
     [[nodiscard]] const chassis_model &model() const { return model_; }
     [[nodiscard]] const chassis_model &chassis() const { return chassis_; }
     [[nodiscard]] const configuration &changes() const { return changes_; }
+
+    // How long the switch has been running.
+    [[nodiscard]] switch_time now() const { return clock_(); }
 
     // Puts another configuration in the place of this one. When it cannot be published or kept, says so on standard
     // error, changes nothing and returns false.
@@ -41,6 +45,7 @@ class switch_state {
     configuration changes_;
     chassis_model model_;
     outlets to_;
+    switch_clock clock_;
 };
 
 }  // namespace virtual_switch

@@ -44,26 +44,26 @@ typedef struct PM_PACKED pm_eth_stats {
     uint32_t result;               /* as it came: 0 when the line card refused the request */
     uint8_t reserved_28[4];        /* not used */
     pm_eth_traffic_t traffic[PM_ETH_TRAFFIC_CLASSES]; /* by class */
-    uint32_t seconds_since_clear;  /* how long the counters have been counting */
-    uint8_t reserved_228[4];       /* not used */
-    uint64_t rx_pause_frames;      /* pause frames received */
-    uint64_t tx_pause_frames;      /* pause frames transmitted */
-    uint32_t crc_errors;           /* frames received with a bad checksum */
-    uint32_t alignment_errors;     /* frames received with a fraction of a byte */
-    uint32_t symbol_errors;        /* invalid symbols received */
-    uint32_t undersize_frames;     /* good frames received that were too short */
-    uint32_t oversize_frames;      /* good frames received that were too long */
-    uint32_t fragments;            /* bad frames received that were too short */
-    uint32_t jabbers;              /* bad frames received that were too long */
-    uint32_t rx_overruns;          /* frames lost because the receive buffer was full */
-    uint32_t tx_underruns;         /* frames lost because the transmit buffer ran empty */
-    uint32_t collisions;           /* collisions */
-    uint32_t late_collisions;      /* collisions after the first 64 bytes of a frame */
-    uint32_t excessive_collisions; /* frames given up after too many collisions */
-    uint32_t deferred_frames;      /* frames that waited for a busy wire */
-    uint32_t carrier_losses;       /* carrier lost while transmitting */
-    uint32_t link_resets;          /* resets of the link */
-    uint8_t reserved_308[12];      /* not used */
+    uint32_t seconds_since_clear;                     /* how long the counters have been counting */
+    uint8_t reserved_228[4];                          /* not used */
+    uint64_t rx_pause_frames;                         /* pause frames received */
+    uint64_t tx_pause_frames;                         /* pause frames transmitted */
+    uint32_t crc_errors;                              /* frames received with a bad checksum */
+    uint32_t alignment_errors;                        /* frames received with a fraction of a byte */
+    uint32_t symbol_errors;                           /* invalid symbols received */
+    uint32_t undersize_frames;                        /* good frames received that were too short */
+    uint32_t oversize_frames;                         /* good frames received that were too long */
+    uint32_t fragments;                               /* bad frames received that were too short */
+    uint32_t jabbers;                                 /* bad frames received that were too long */
+    uint32_t rx_overruns;                             /* frames lost because the receive buffer was full */
+    uint32_t tx_underruns;                            /* frames lost because the transmit buffer ran empty */
+    uint32_t collisions;                              /* collisions */
+    uint32_t late_collisions;                         /* collisions after the first 64 bytes of a frame */
+    uint32_t excessive_collisions;                    /* frames given up after too many collisions */
+    uint32_t deferred_frames;                         /* frames that waited for a busy wire */
+    uint32_t carrier_losses;                          /* carrier lost while transmitting */
+    uint32_t link_resets;                             /* resets of the link */
+    uint8_t reserved_308[12];                         /* not used */
 } pm_eth_stats_t;
 PM_STATIC_ASSERT(sizeof(pm_eth_stats_t) == 320, "pm_eth_stats_t travels as 320 bytes");
 

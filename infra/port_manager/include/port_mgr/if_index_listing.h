@@ -25,9 +25,9 @@ PM_API uint32_t pm_get_if_index_listing(uint8_t type, mts_handle_t handle, mts_m
 
 /* The same for the interfaces that a startup description names, whether or not they exist.
  *
- * startup_block  PM_STARTUP_BLOCK_SIZE bytes, sent as they are: names of interfaces as the services show them, ranges of
- *                their last number ("fc1/1-4") and commas between them, NUL-terminated. Null: the function returns 0
- *                at once, has sent nothing and leaves `message` untouched */
+ * startup_block  PM_STARTUP_BLOCK_SIZE bytes, sent as they are: names of interfaces as the services show them, ranges
+ * of their last number ("fc1/1-4") and commas between them, NUL-terminated. Null: the function returns 0 at once, has
+ * sent nothing and leaves `message` untouched */
 PM_API uint32_t pm_get_startup_if_index_listing(const void *startup_block, uint8_t type, mts_handle_t handle,
                                                 mts_msg_t *message, uint32_t wait);
 

@@ -15,9 +15,9 @@
 namespace {
 
 // The types that services list. Asking for another one is a mistake of the caller's.
-constexpr std::array<uint8_t, 8> listed_types{
-    IF_TYPE_FC,       IF_TYPE_ETHERNET,     IF_TYPE_MGMT, IF_TYPE_SLOT_PORT, IF_TYPE_ETHERNET_KIND,
-    IF_TYPE_LOOPBACK, IF_TYPE_ETHERNET_SFP, IF_TYPE_OTHER};
+constexpr std::array<uint8_t, 8> listed_types{IF_TYPE_FC,           IF_TYPE_ETHERNET,      IF_TYPE_MGMT,
+                                              IF_TYPE_SLOT_PORT,    IF_TYPE_ETHERNET_KIND, IF_TYPE_LOOPBACK,
+                                              IF_TYPE_ETHERNET_SFP, IF_TYPE_OTHER};
 
 bool is_listed(uint8_t type) { return std::ranges::find(listed_types, type) != listed_types.end(); }
 

@@ -64,8 +64,8 @@ uint32_t get_fcot_info(const fcot_query &query, pm::fcot_flavour flavour, const 
     pm::put_ranges(writer, range_count, query.ranges);
 
     const uint32_t sap = pm_get_mts_sap(query.ranges[0].first);
-    const pm::cmi_answer answer = pm::exchange({CMI_OPC_PM_GET_FCOT_INFO, query.kind, payload.bytes(), sap},
-                                               query.handle, query.last);
+    const pm::cmi_answer answer =
+        pm::exchange({CMI_OPC_PM_GET_FCOT_INFO, query.kind, payload.bytes(), sap}, query.handle, query.last);
     payload = {};
     const uint8_t *const bytes = answer.payload.get();
     const uint32_t status = answer.status != 0 ? answer.status : to.parse(bytes, answer.size);
@@ -98,8 +98,8 @@ uint32_t pm_parse_cmi_get_fcot_info_res_payload(const void *payload, uint32_t *c
     *records = nullptr;
     const uint32_t transceivers = pm::count_of(bytes);
     *count = transceivers;
-    auto *const block = static_cast<pm_fcot_info_t *>(
-        PM_ALLOCATE(uint64_t{transceivers} * sizeof(pm_fcot_info_t), pm::largest_array));
+    auto *const block =
+        static_cast<pm_fcot_info_t *>(PM_ALLOCATE(uint64_t{transceivers} * sizeof(pm_fcot_info_t), pm::largest_array));
     if (block == nullptr) return pm::out_of_memory;
     const uint8_t *wire = bytes + pm::answer_header_size;
     for (uint32_t i = 0; i < transceivers; ++i, wire += sizeof(pm_fcot_info_t)) convert(wire, block + i);
