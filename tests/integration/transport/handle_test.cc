@@ -70,6 +70,15 @@ TEST_F(transport, second_drop_of_an_answer_is_invalid) {
     EXPECT_EQ(mts_errno_get(handle), static_cast<uint32_t>(EINVAL));
 }
 
+TEST_F(transport, zeroed_record_has_nothing_to_drop_and_keeps_the_error) {
+    const open_handle handle;
+    mts_msg_t request;
+    EXPECT_EQ(mts_send(handle, node, sap, echo, "x", 1, &request, 0, 0), -1);
+    mts_msg_t zeroed{};
+    EXPECT_EQ(mts_drop(handle, &zeroed), 0);
+    EXPECT_EQ(mts_errno_get(handle), uint32_t{EHOSTUNREACH});
+}
+
 TEST_F(transport, record_that_is_no_message_is_invalid_to_drop) {
     const open_handle handle;
     mts_msg_t rubbish;

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "mts/message_record.h"
 
+#include <algorithm>
 #include <cstring>
 
 namespace platform_dev {
@@ -8,6 +9,7 @@ namespace platform_dev {
 namespace {
 
 constexpr uint32_t record_magic = 0x6d747372;
+constexpr uint32_t released_magic = 0x6d747264;
 
 void write_record(mts_msg_t &message, const message_record &record) {
     message = {};
@@ -46,11 +48,12 @@ void write_answer(mts_msg_t &message, received_frame answer) {
 }
 
 bool release_record(mts_msg_t *message, heap_block &packet_buffer) {
+    if (message && std::ranges::all_of(message->word, [](uint32_t word) { return word == 0; })) return true;
     const message_record record = read_record(message);
     if (record.kind == record_kind::none) return false;
     heap_block payload(record.payload);
     if (record.is_packet_buffer) packet_buffer = std::move(payload);
-    *message = {};
+    *message = {{released_magic}};
     return true;
 }
 

@@ -30,8 +30,8 @@ void write_request(mts_msg_t &message, const frame_header &header);
 // Hands the answer over to the record.
 void write_answer(mts_msg_t &message, received_frame answer);
 
-// Empties the record. Returns false when it holds no message. `packet_buffer` gets the payload's block when it can be
-// used again; else the block is freed.
+// Empties the record. Returns false when it holds no message and is not zeroed, as one that never held any.
+// `packet_buffer` gets the payload's block when it can be used again; else the block is freed.
 [[nodiscard]] bool release_record(mts_msg_t *message, heap_block &packet_buffer);
 
 }  // namespace platform_dev

@@ -33,8 +33,9 @@ int32_t mts_send(mts_handle_t handle, uint32_t node, uint32_t sap, uint32_t opco
  * ECONNRESET (the service ended before it answered), EPROTO (what it sent is no answer), EINVAL (no such token). */
 int32_t mts_recv(mts_handle_t handle, mts_msg_t *response, const mts_recv_options_t *options);
 
-/* Releases a request or a received message. Returns 0, or -1 with the reason in mts_errno_get: EINVAL (the record
- * holds no message, or none any more), EBADF (no such handle; the message is released all the same). */
+/* Releases a request or a received message. A zeroed record holds nothing to release. Returns 0, or -1 with the reason
+ * in mts_errno_get: EINVAL (the record is no message, or its message was released before), EBADF (no such handle; the
+ * message is released all the same). */
 int32_t mts_drop(mts_handle_t handle, mts_msg_t *message);
 
 /* The token that correlates the answer with this request. */
