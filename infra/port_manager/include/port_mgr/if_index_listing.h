@@ -13,17 +13,19 @@ PM_BEGIN_DECLS
 
 /* Asks the service that owns interfaces of a type for the indexes of those that exist.
  *
- * type     the interface type; one that has no listing leaves an assertion report, and the port manager is asked
+ * type     the interface type; others than 1, 2, 5, 11, 13, 20, 26 and 254 leave an assertion report, and the port
+ *          manager is asked
  * handle   the caller's queue; it belongs to one thread at a time, apart from which the function is thread-safe
  * message  carries the request out; then, out: the answer, the caller's to read, with mts_payload_get and
  *          mts_payload_size, and to release with mts_drop. It holds a status word, and when that is 0 the number of
- *          interfaces and their indexes, all in network order
+ *          interfaces and their indexes in ascending order, sub-interfaces among them, all in network order
  * wait     the longest wait in seconds
  *
  * Returns 0 when an answer has been received, else the transport's error number, with no answer in `message`. */
 PM_API uint32_t pm_get_if_index_listing(uint8_t type, mts_handle_t handle, mts_msg_t *message, uint32_t wait);
 
-/* The same for the interfaces that a startup description names, whether or not they exist.
+/* The same for the interfaces of the type that a startup description names, whether or not they exist, in its order and
+ * each once.
  *
  * startup_block  PM_STARTUP_BLOCK_SIZE bytes, sent as they are: names of interfaces as the services show them, ranges
  * of their last number ("fc1/1-4") and commas between them, NUL-terminated. Null: the function returns 0 at once, has
