@@ -8,7 +8,7 @@
 PM_BEGIN_DECLS
 
 /* The counters of one network interface, 64 bytes, host order. Totals of bytes and packets are cut to their low 32
- * bits. */
+ * bits; so are the others in the 64-bit build, while those of the 32-bit build stop at 2147483647. */
 typedef struct PM_PACKED pm_net_dev_stats {
     uint32_t rx_packets;        /* packets received */
     uint32_t tx_packets;        /* packets transmitted */
