@@ -52,9 +52,12 @@ PM_STATIC_ASSERT(sizeof(pm_module_resource_t) == 12, "pm_module_resource_t trave
  * module               the module's number, counted from 1; 0 for every module that the node knows
  * node                 the supervisor, or the line card that the module is
  * response             out: the answer, the caller's to read and to release with mts_drop: a status word, and when that
- *                      is 0 the number of records, both in network order, and pm_module_resource_t records
+ *                      is 0 the number of records, both in network order, and pm_module_resource_t records, of each
+ *                      module in the order of PM_RESOURCE_... without those of which there is nothing. The status is
+ *                      PM_ERR_INVALID_RANGE for a module that the node does not know
  *
- * Returns 0, 1 when memory ran out, or the transport's error number. Arguments are not checked. */
+ * Returns 0; 1 when memory ran out, after a line on standard output; or the transport's error number. Arguments are not
+ * checked. */
 PM_API uint32_t pm_get_module_resources(mts_handle_t handle, uint16_t range_count, const pm_if_index_range_t *ranges,
                                         uint16_t module, uint32_t node, mts_msg_t *response);
 
