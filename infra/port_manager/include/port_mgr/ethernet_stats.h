@@ -8,7 +8,7 @@
 
 PM_BEGIN_DECLS
 
-/* What a request is to do besides reading. */
+/* What a request is to do besides reading; the line card refuses others. */
 enum {
     PM_ETH_STATS_READ = 0, /* nothing */
     PM_ETH_STATS_CLEAR = 1 /* set the counters of this one interface to 0, after they were read */
@@ -74,13 +74,13 @@ PM_STATIC_ASSERT(sizeof(pm_eth_stats_t) == 320, "pm_eth_stats_t travels as 320 b
  *               line card and port are looked up
  * request       the interface that the request names, as messages do; normally the same
  * request_word  PM_ETH_STATS_...
- * stats         out: the counters; null asks, and clears, without reading the answer
+ * stats         out: the counters; null sends the request all the same, and passes over what the answer says
  *
- * Returns 0; a failed look-up's status, with nothing sent; -1 or an error number when the transport failed; -1 when the
- * line card could not reach the port, after a line on standard output, with `stats` untouched; or PM_ERR_REJECTED when
- * it refused the request, after a line on standard output, with `stats` as the answer came, in network order. An
- * answer of another size leaves an assertion report and `stats` untouched, and counts as success. A port that cannot
- * be looked up is asked for as number 65535. */
+ * Returns 0; a failed look-up's status, with nothing sent; -1 or an error number when the transport failed, with
+ * `stats` untouched unless it failed only to release the answer; -1 when the line card could not reach the port, after
+ * a line on standard output, with `stats` untouched; or PM_ERR_REJECTED when it refused the request, after a line on
+ * standard output, with `stats` as the answer came, in network order. An answer of another size leaves an assertion
+ * report and `stats` untouched, and counts as success. A port that cannot be looked up is asked for as number 65535. */
 PM_API int32_t pm_get_clear_eth_stats(mts_handle_t handle, if_index_t interface, if_index_t request,
                                       uint32_t request_word, pm_eth_stats_t *stats);
 
