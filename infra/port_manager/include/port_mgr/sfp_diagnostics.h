@@ -19,8 +19,8 @@ typedef struct PM_PACKED pm_sfp_quantity {
 
 /* The readings of one transceiver, 172 bytes, host order, calibrated, in the units of SFF-8472. */
 typedef struct PM_PACKED pm_sfp_diag_info {
-    uint32_t flags;                /* of the line card */
-    uint32_t status;               /* 0 when the readings are valid; else all other members are 0 */
+    uint32_t flags;                /* 1 when the line card did the calibration, 0 when the transceiver itself */
+    uint32_t status;               /* 0 when the readings are valid; else all other members are 0: see below */
     pm_sfp_quantity_t temperature; /* 1/256 degree Celsius, signed: two's complement */
     pm_sfp_quantity_t voltage;     /* 100 microvolt */
     pm_sfp_quantity_t bias;        /* laser bias current, 2 microampere */
@@ -42,12 +42,13 @@ PM_STATIC_ASSERT(sizeof(pm_sfp_diag_extra_t) == 16, "pm_sfp_diag_extra_t is 16 b
  *
  * handle    the caller's queue; it belongs to one thread at a time, apart from which the function is thread-safe
  * if_index  the interface; one without a slot asks the line card in slot 0
- * info      out: the readings; zeros for a malformed answer, untouched when there is none
+ * info      out: the readings; zeros for a malformed answer, untouched when there is none; must not be null
  * extra     out: written only when the line card adds it; may be null
  *
- * Returns 0; info->status, the line card's, when it is not 0; PM_ERR_INVALID_PARAM for a malformed answer; or the
- * transport's error number. Failures but the line card's own are told on standard output, some answers without
- * `extra`, too. */
+ * Returns 0; info->status, the line card's, when it is not 0: PM_ERR_INVALID_RANGE when it has no such port,
+ * PM_ERR_REJECTED when the port has no transceiver or one without diagnostics; PM_ERR_INVALID_PARAM for a malformed
+ * answer; or the transport's error number, after a line on standard output. What pm_parse_get_sfp_info has to tell of
+ * the answer is told, too. */
 PM_API uint32_t pm_get_sfp_diag_info(mts_handle_t handle, if_index_t if_index, pm_sfp_diag_info_t *info,
                                      pm_sfp_diag_extra_t *extra);
 
@@ -57,9 +58,10 @@ PM_API uint32_t pm_get_sfp_diag_info(mts_handle_t handle, if_index_t if_index, p
  * info     out: zeros for a malformed payload; when the line card tells a status, that alone; must not be null
  * extra    out: as above
  *
- * Returns 0, also when the line card tells a status, or PM_ERR_INVALID_PARAM: for a null argument after an assertion
- * report, for another element or a length other than an answer's after a line on standard output. What cannot be
- * understood behind the readings is told there and skipped. Thread-safe. */
+ * Returns 0, also when the line card tells a status, or PM_ERR_INVALID_PARAM: for a null `payload` or `info` after an
+ * assertion report, for an element of another type or length after a line on standard output, for a payload too short
+ * without one. A line there tells also that nothing is behind the readings, and what cannot be understood there, which
+ * is skipped. Thread-safe. */
 PM_API uint32_t pm_parse_get_sfp_info(const void *payload, uint32_t size, pm_sfp_diag_info_t *info,
                                       pm_sfp_diag_extra_t *extra);
 
