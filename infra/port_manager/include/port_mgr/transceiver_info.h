@@ -37,7 +37,9 @@ typedef struct PM_PACKED pm_fcot_info {
 PM_STATIC_ASSERT(sizeof(pm_fcot_info_t) == 267, "pm_fcot_info_t travels as 267 bytes");
 
 /* Asks for the transceivers of ranges of interfaces, over CMI, in one request to the service that owns the first
- * interface.
+ * interface. Of the interfaces of the ranges, each one that exists and takes a transceiver has a record, with
+ * PM_FCOT_LAYOUT_B and without diagnostics. The service's status is PM_ERR_INVALID_RANGE for a range without an
+ * existing interface, and PM_ERR_REJECTED when none of all takes a transceiver.
  *
  * handle       the caller's queue; it belongs to one thread at a time, apart from which the function is thread-safe
  * kind         the request's kind, for the service
@@ -55,9 +57,9 @@ PM_API uint32_t pm_cmi_get_fcot_info(mts_handle_t handle, uint32_t kind, int32_t
                                      const pm_if_index_range_t *ranges, uint32_t *count, pm_fcot_info_t **records,
                                      uint32_t last);
 
-/* The same with the readings of the transceivers' diagnostics. The status in the answer is the result whenever there
- * is one, so look at `records`, too: it is null when 0 was returned and memory ran out for them, or the answer was
- * malformed or came with a failure of the transport. */
+/* The same with the diagnostics of the transceivers that have them, in records with PM_FCOT_LAYOUT_A. The status in the
+ * answer is the result whenever there is one, so look at `records`, too: it is null when 0 was returned and memory ran
+ * out for them, or the answer was malformed or came with a failure of the transport. */
 PM_API uint32_t pm_get_next_port_fcot_info_with_ddm(mts_handle_t handle, uint32_t kind, int32_t range_count,
                                                     const pm_if_index_range_t *ranges, uint32_t *count,
                                                     pm_fcot_info_t **records, uint32_t last);
