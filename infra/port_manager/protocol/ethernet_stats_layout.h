@@ -21,11 +21,14 @@ inline constexpr size_t stats_request_word = 28;
 // The number of a port that could not be found.
 inline constexpr uint16_t no_line_card_port = 0xffff;
 
-// The number of the FCIP tunnel whose port base is `base`, on a card of this type: a tunnel takes four places, behind
-// those that some cards keep for themselves.
+// The port bases of FCIP tunnels on a card of this type: a tunnel takes four places, behind those that some cards keep
+// for themselves.
 constexpr uint8_t first_tunnel_base(uint16_t card_type) {
     if (card_type >= 41 && card_type <= 43) return 18;
     return card_type == 22 || card_type == 28 ? 14 : 0;
+}
+constexpr uint8_t tunnel_base(uint16_t card_type, uint8_t port) {
+    return static_cast<uint8_t>(first_tunnel_base(card_type) + 4u * port);
 }
 constexpr uint16_t tunnel_port(uint16_t card_type, uint8_t base) {
     return static_cast<uint16_t>((base - first_tunnel_base(card_type)) >> 2);

@@ -7,6 +7,7 @@
 #include "chassis/module_kind.h"
 #include "chassis/port_settings.h"
 #include "platform_dev/if_index_dev.h"
+#include "protocol/ethernet_stats_layout.h"
 
 namespace virtual_switch {
 namespace {
@@ -80,7 +81,7 @@ void chassis_builder::add_fcip(const document_value &value) {
         from.fail("slot", "slot " + std::to_string(slot + 1) + " has no module of kind 'ips'");
     }
     const auto port = static_cast<uint8_t>(from.number("port", {1, module->second.port_count}) - 1);
-    const uint8_t port_base = tunnel_port_base(module->second.card_type, port);
+    const uint8_t port_base = pm::tunnel_base(module->second.card_type, port);
     for (const if_index_t if_index : from.interfaces("name")) {
         if (type_of(if_index) != IF_TYPE_FCIP) from.fail("name", quoted_name(if_index) + " is no FCIP interface");
         add_port(from, if_index, port_kind::fcip, {line_card_node(slot), slot, port_base});

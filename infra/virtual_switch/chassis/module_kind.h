@@ -34,14 +34,6 @@ inline constexpr auto module_kind_words = [] {
     return words;
 }();
 
-// The port base of a tunnel on a port, counted from 0: four to a port, behind those that the card keeps to itself.
-constexpr uint8_t tunnel_port_base(uint16_t card_type, uint8_t port) {
-    uint32_t first = 0;
-    if (card_type >= 41 && card_type <= 43) first = 18;
-    if (card_type == 22 || card_type == 28) first = 14;
-    return static_cast<uint8_t>(first + 4u * port);
-}
-
 }  // namespace virtual_switch
 
 #endif
