@@ -36,6 +36,13 @@ bool may_be_member(const port &candidate) {
            candidate.kind == port_kind::ethernet;
 }
 
+void apply_counters(const section &from, counter_settings &to) {
+    for (size_t i = 0; i < counter_table.size(); ++i) {
+        to.rates[i] = from.number_or(counter_table[i].key, any_32, to.rates[i]);
+    }
+    if (from.has(unreachable_key)) to.unreachable = from.word(unreachable_key, yes_no_words) != 0;
+}
+
 }  // namespace
 
 void chassis_builder::set_chassis(const document_value &value) {
@@ -145,6 +152,19 @@ void chassis_builder::override_ports(const document_value &value) {
         const auto found = model_.ports.find(if_index);
         if (found == model_.ports.end()) from.fail("name", why_missing(if_index));
         from.apply_settings(found->second);
+    }
+}
+
+void chassis_builder::set_counters(const document_value &value) {
+    const section from("counters", value, {"name"}, counter_keys);
+    for (const if_index_t if_index : from.interfaces("name")) {
+        const port *const at = model_.find(if_index);
+        if (at == nullptr) from.fail("name", why_missing(if_index));
+        if (!keeping_counters.contains(at->kind)) {
+            from.fail("name", quoted_name(if_index) + " is of kind '" + std::string(traits_of(at->kind).name) +
+                                  "', which keeps no counters");
+        }
+        apply_counters(from, model_.counting[if_index]);
     }
 }
 

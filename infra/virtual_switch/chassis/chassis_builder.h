@@ -19,6 +19,7 @@ class chassis_builder {
     void add_port_channel(const document_value &value);
     void add_sub_interfaces(const document_value &value);
     void override_ports(const document_value &value);
+    void set_counters(const document_value &value);
 
     [[nodiscard]] chassis_model finish();
 

@@ -24,6 +24,7 @@ constexpr std::array repeated_sections{
     file_section{"port_channel", &chassis_builder::add_port_channel},
     file_section{"sub_interface", &chassis_builder::add_sub_interfaces},
     file_section{"ports", &chassis_builder::override_ports},
+    file_section{"counters", &chassis_builder::set_counters},
 };
 
 std::vector<std::string_view> section_names() {

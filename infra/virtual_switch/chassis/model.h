@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "chassis/counter_table.h"
 #include "chassis/port_kind.h"
 #include "platform_dev/mts_dev.h"
 
@@ -49,9 +50,10 @@ struct chassis_model {
     std::string name;
     uint32_t chassis_type = 0;
     uint8_t slot_count = 0;
-    std::map<uint8_t, line_card> line_cards;        // by slot
-    std::map<if_index_t, port> ports;               // all kinds
-    std::map<if_index_t, channel_members> members;  // of every channel, also of empty ones
+    std::map<uint8_t, line_card> line_cards;          // by slot
+    std::map<if_index_t, port> ports;                 // all kinds
+    std::map<if_index_t, channel_members> members;    // of every channel, also of empty ones
+    std::map<if_index_t, counter_settings> counting;  // of interfaces that the file makes count
 
     [[nodiscard]] const port *find(if_index_t if_index) const;
 

@@ -104,6 +104,10 @@ class kind_set {
 // Those that can have sub-interfaces, and that trunk by themselves.
 inline constexpr kind_set switched_ethernet{port_kind::ethernet, port_kind::ethernet_sfp, port_kind::ethernet_channel};
 
+// Those whose line cards keep counters of their traffic.
+inline constexpr kind_set keeping_counters{port_kind::ethernet, port_kind::ips, port_kind::ethernet_sfp,
+                                           port_kind::fcip};
+
 // A record of this kind as it is before any setting: up, and with nothing derived yet.
 pm_port_info_t default_port_info(port_kind kind, if_index_t if_index);
 

@@ -90,7 +90,7 @@ inline constexpr std::array port_settings{
     PM_SETTING(ec_bb_credit, number, any_32),
     PM_SETTING(bb_credit_multiplier, number, any_32),
     PM_SETTING(bb_credit_performance_buf, number, any_32),
-    PM_SETTING(fcot_present, word, {}, present_words),
+    PM_SETTING(fcot_present, word, {}, yes_no_words),
     PM_NAMED_ELEMENT("fcip_peer", ipv4_address, fcip_params[0], any_32),
     PM_SETTING(fcip_tcp_port, number, any_16),
     PM_NAMED_ELEMENT("tlv_86", number, fcip_params[1], any_32),

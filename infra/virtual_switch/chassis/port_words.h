@@ -85,7 +85,7 @@ inline constexpr std::array port_type_words{named_value{"external", 1}, named_va
 inline constexpr std::array link_failure_words{named_value{"enabled", 3}, named_value{"disabled", 4}};
 inline constexpr std::array track_words{named_value{"operationally-bound", 0}, named_value{"force-shut", 1}};
 inline constexpr std::array delayed_trap_words{named_value{"disabled", 1}, named_value{"FX", 2}};
-inline constexpr std::array present_words{named_value{"yes", 1}, named_value{"no", 0}};
+inline constexpr std::array yes_no_words{named_value{"yes", 1}, named_value{"no", 0}};
 
 }  // namespace virtual_switch
 

@@ -14,8 +14,20 @@ switch_state::switch_state(chassis_model chassis, configuration changes, outlets
       changes_(std::move(changes)),
       model_(configured(chassis_, changes_)),
       to_(std::move(to)),
-      clock_(std::move(clock)) {
+      clock_(std::move(clock)),
+      counters_(model_, now()) {
     to_.publish(model_);
+}
+
+traffic_counters &switch_state::counters() {
+    counters_.advance(model_, now());
+    return counters_;
+}
+
+void switch_state::adopt(chassis_model model) {
+    counters_.advance(model_, now());
+    counters_.follow(model);
+    model_ = std::move(model);
 }
 
 // The old model was published before, so it can be once more.
@@ -34,7 +46,7 @@ bool switch_state::change(configuration changes) {
     try {
         chassis_model model = configured(chassis_, changes);
         publish_and_keep(model, changes);
-        model_ = std::move(model);
+        adopt(std::move(model));
         changes_ = std::move(changes);
         return true;
     } catch (const std::exception &error) {
@@ -47,7 +59,7 @@ void switch_state::reload(chassis_model chassis) {
     chassis_model model = configured(chassis, changes_);
     to_.publish(model);
     chassis_ = std::move(chassis);
-    model_ = std::move(model);
+    adopt(std::move(model));
 }
 
 }  // namespace virtual_switch

@@ -8,6 +8,7 @@
 
 #include "chassis/configuration.h"
 #include "chassis/switch_clock.h"
+#include "chassis/traffic_counters.h"
 
 namespace virtual_switch {
 
@@ -30,6 +31,9 @@ class switch_state {
     // How long the switch has been running.
     [[nodiscard]] switch_time now() const { return clock_(); }
 
+    // The counters of the model's interfaces, up to now.
+    [[nodiscard]] traffic_counters &counters();
+
     // Puts another configuration in the place of this one. When it cannot be published or kept, says so on standard
     // error, changes nothing and returns false.
     [[nodiscard]] bool change(configuration changes);
@@ -41,11 +45,15 @@ class switch_state {
   private:
     void publish_and_keep(const chassis_model &model, const configuration &changes);
 
+    // Puts another model in the place of this one, by which the counters have counted until now.
+    void adopt(chassis_model model);
+
     chassis_model chassis_;
     configuration changes_;
     chassis_model model_;
     outlets to_;
     switch_clock clock_;
+    traffic_counters counters_;
 };
 
 }  // namespace virtual_switch
