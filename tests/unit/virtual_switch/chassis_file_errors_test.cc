@@ -161,11 +161,38 @@ const bad_file bad_channels[] = {
      "19: port_channel.members: has more than 16 members"},
 };
 
+const bad_file bad_counters[] = {
+    {"[[counters]]\ncrc_errors = 1", "17: counters.name: is missing"},
+    {"[[counters]]\nname = 'fc1/1'", "18: counters.name: 'fc1/1' is of kind 'fc', which keeps no counters"},
+    {"[[interface]]\nname = 'mgmt0'\n[[counters]]\nname = 'Ethernet2/1, mgmt0'",
+     "20: counters.name: 'mgmt0' is of kind 'mgmt', which keeps no counters"},
+    {"[[sub_interface]]\nname = 'Ethernet2/1.5'\n[[counters]]\nname = 'Ethernet2/1.5'",
+     "20: counters.name: 'Ethernet2/1.5' is of kind 'sub-interface', which keeps no counters"},
+    {"[[port_channel]]\nname = 'port-channel1'\nmembers = 'Ethernet2/1'\n[[counters]]\nname = 'port-channel1'",
+     "21: counters.name: 'port-channel1' is of kind 'Ethernet port-channel', which keeps no counters"},
+    {"[[counters]]\nname = 'Ethernet2/3'",
+     "18: counters.name: 'Ethernet2/3' does not exist: slot 2 has a module of kind 'ethernet' with 2 ports"},
+    {"[[counters]]\nname = 'Ethernet2/1'\nrx_octets = 1", "19: counters.rx_octets: unknown key"},
+    {"[[counters]]\nname = 'Ethernet2/1'\nseconds_since_clear = 1", "19: counters.seconds_since_clear: unknown key"},
+    {"[[counters]]\nname = 'Ethernet2/1'\ncrc_error = 1",
+     "19: counters.crc_error: unknown key; did you mean 'crc_errors'?"},
+    {"[[counters]]\nname = 'Ethernet2/1'\ncrc_errors = -1", "19: counters.crc_errors: -1 is not in 0 to 4294967295"},
+    {"[[counters]]\nname = 'Ethernet2/1'\ncrc_errors = 4294967296",
+     "19: counters.crc_errors: 4294967296 is not in 0 to 4294967295"},
+    {"[[counters]]\nname = 'Ethernet2/1'\nlink_resets = 'often'",
+     "19: counters.link_resets: must be a number, not a text"},
+    {"[[counters]]\nname = 'Ethernet2/1'\nunreachable = 'maybe'", "19: counters.unreachable: unknown word 'maybe'"},
+    {"[[counters]]\nname = 'Ethernet2/1'\nunreachable = true",
+     "19: counters.unreachable: must be a text, not true or false"},
+    {"[[counters]]\nname = 'Ethernet2/1'\nmtu = 1500", "19: counters.mtu: unknown key"},
+};
+
 INSTANTIATE_TEST_SUITE_P(sections, chassis_file_mistakes, testing::ValuesIn(bad_sections));
 INSTANTIATE_TEST_SUITE_P(values, chassis_file_mistakes, testing::ValuesIn(bad_values));
 INSTANTIATE_TEST_SUITE_P(interfaces, chassis_file_mistakes, testing::ValuesIn(bad_interfaces));
 INSTANTIATE_TEST_SUITE_P(modules, chassis_file_mistakes, testing::ValuesIn(bad_modules));
 INSTANTIATE_TEST_SUITE_P(channels, chassis_file_mistakes, testing::ValuesIn(bad_channels));
+INSTANTIATE_TEST_SUITE_P(counters, chassis_file_mistakes, testing::ValuesIn(bad_counters));
 
 TEST(chassis_file, needs_a_chassis) {
     EXPECT_EQ(complaint(""), "1: chassis: is missing");
