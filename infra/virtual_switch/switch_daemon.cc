@@ -20,6 +20,7 @@
 #include "program_name.h"
 #include "service_notifier.h"
 #include "services/channel_member_service.h"
+#include "services/module_resource_service.h"
 #include "services/port_service.h"
 
 namespace virtual_switch {
@@ -93,6 +94,7 @@ void switch_daemon::add_services() {
     };
     for (const uint32_t sap : port_service_saps) add(sap, port_service);
     add(PM_SAP_CHANNEL_MEMBER, channel_member_service);
+    add(PM_SAP_MODULE_RESOURCE, supervisor_resource_service);
 }
 
 void switch_daemon::run() {

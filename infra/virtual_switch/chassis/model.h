@@ -18,6 +18,9 @@ struct port_place {
     uint32_t node;
     uint8_t slot;
     uint8_t port_base;
+
+    // In the module of this slot.
+    [[nodiscard]] bool is_in(uint8_t module_slot) const { return node != MTS_NODE_SUPERVISOR && slot == module_slot; }
 };
 
 // Interfaces of the supervisor's own, and the channels, live in no slot.

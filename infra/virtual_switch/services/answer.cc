@@ -43,20 +43,6 @@ element_builder build_elements(const port_list &ports) {
     return elements;
 }
 
-// Starts an answer that has room for `size` bytes behind its header. Returns where they go, or null after having
-// answered that it is too large.
-uint8_t *start_answer(mts_reply_t *reply, size_t records, size_t size) {
-    const size_t whole = pm::answer_header_size + size;
-    auto *const payload = static_cast<uint8_t *>(
-        whole > MTS_MAX_PAYLOAD ? nullptr : mts_reply_payload(reply, static_cast<uint32_t>(whole)));
-    if (payload == nullptr) {
-        answer_status(reply, PM_ERR_FAILURE);
-        return nullptr;
-    }
-    pm::store_be32(payload + pm::answer_status_size, static_cast<uint32_t>(records));
-    return payload + pm::answer_header_size;
-}
-
 pm_port_info_brief_t brief_of(const pm_port_info_t &info) {
     pm_port_info_brief_t brief{};
     brief.if_index = info.if_index;
@@ -107,6 +93,18 @@ void answer_records(mts_reply_t *reply, const port_list &ports, record_of record
 void answer_status(mts_reply_t *reply, uint32_t status) {
     void *const payload = mts_reply_payload(reply, pm::answer_status_size);
     if (payload != nullptr) pm::store_be32(payload, status);
+}
+
+uint8_t *start_answer(mts_reply_t *reply, size_t records, size_t size) {
+    const size_t whole = pm::answer_header_size + size;
+    auto *const payload = static_cast<uint8_t *>(
+        whole > MTS_MAX_PAYLOAD ? nullptr : mts_reply_payload(reply, static_cast<uint32_t>(whole)));
+    if (payload == nullptr) {
+        answer_status(reply, PM_ERR_FAILURE);
+        return nullptr;
+    }
+    pm::store_be32(payload + pm::answer_status_size, static_cast<uint32_t>(records));
+    return payload + pm::answer_header_size;
 }
 
 void answer_ports(mts_reply_t *reply, const port_list &ports) { answer_records(reply, ports, reported); }

@@ -90,8 +90,7 @@ uint32_t select_module_ports(const chassis_model &model, const port_request &req
     }
     if (!model.line_cards.contains(slot)) return PM_ERR_INVALID_RANGE;
     for (const auto &[if_index, at] : model.ports) {
-        const bool is_on_module = at.place.node != MTS_NODE_SUPERVISOR && at.place.slot == slot;
-        if (is_on_module && type_of(if_index) == type) ports.push_back(&at);
+        if (at.place.is_in(slot) && type_of(if_index) == type) ports.push_back(&at);
     }
     return 0;
 }

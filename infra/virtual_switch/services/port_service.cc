@@ -3,6 +3,7 @@
 
 #include "chassis/switch_state.h"
 #include "port_mgr/status.h"
+#include "services/listing_service.h"
 #include "services/loopback_service.h"
 #include "services/port_selection.h"
 #include "services/request_payload.h"
@@ -35,6 +36,8 @@ constexpr std::array operations{
     operation{MTS_OPC_PM_GET_PORT_INFO, transport::any, query<select_ports, answer_ports>},
     operation{MTS_OPC_PM_GET_PORT_INFO_BRIEF, transport::any, query<select_ports, answer_ports_brief>},
     operation{MTS_OPC_PM_GET_NEXT_PORT_INFO, transport::any, query<select_next_port, answer_ports>},
+    operation{MTS_OPC_PM_GET_IF_INDEX_LISTING, transport::any, serve_listing},
+    operation{MTS_OPC_PM_GET_STARTUP_IF_INDEX_LISTING, transport::any, serve_startup_listing},
     operation{CMI_OPC_PM_SET_PORT_CONFIG, transport::cmi_only, serve_set},
     operation{CMI_OPC_PM_GET_PORT_CONFIG, transport::cmi_only, query<select_configured_ports, answer_configured_ports>},
     operation{CMI_OPC_PM_CONFIG_SUB_INTF, transport::cmi_only, serve_sub_interfaces},
