@@ -115,6 +115,18 @@ TEST(director, has_channels_up_and_down) {
     EXPECT_TRUE(model.find(index_of("port-channel20.30"))->is_up());
 }
 
+TEST(director, has_interfaces_of_each_kind_that_count) {
+    const chassis_model model = load("director.toml");
+    std::set<port_kind> counting;
+    for (const auto &[if_index, settings] : model.counting) {
+        const port &at = *model.find(if_index);
+        if (at.is_up() && settings.rates[0] != 0) counting.insert(at.kind);
+    }
+    EXPECT_THAT(counting, testing::ElementsAre(port_kind::ethernet, port_kind::ips, port_kind::fcip));
+    EXPECT_TRUE(model.counting.at(index_of("Ethernet4/14")).unreachable);
+    EXPECT_FALSE(model.counting.at(index_of("Ethernet4/13")).unreachable);
+}
+
 TEST(fixed, has_the_ports_and_channels_of_a_fixed_switch) {
     const chassis_model model = load("fixed.toml");
     EXPECT_EQ(model.chassis_type, 10u);
@@ -129,6 +141,8 @@ TEST(chassis_document, names_every_key_and_kind_of_module) {
     const std::string document{std::istreambuf_iterator<char>(file), {}};
     for (const std::string_view key : virtual_switch::port_setting_keys())
         EXPECT_THAT(document, testing::HasSubstr("| `" + std::string(key) + "` |"));
+    for (const std::string_view key : virtual_switch::counter_keys)
+        EXPECT_THAT(document, testing::ContainsRegex("`" + std::string(key) + "[` ]"));
     for (const auto &kind : virtual_switch::module_kinds)
         EXPECT_THAT(document, testing::HasSubstr("| `\"" + std::string(kind.word) + "\"` |"));
 }
