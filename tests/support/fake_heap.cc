@@ -75,6 +75,8 @@ void fake_heap::freed(const void *block) {
     auto *const known = std::ranges::find_if(blocks_, [&](const live_block &live) { return live.address == block; });
     if (known == blocks_.end()) return;
     const live_block gone = std::exchange(*known, {});
+    const auto *const content = static_cast<const uint8_t *>(block);
+    last_freed_.assign(content, content + std::min(gone.size, largest_filled));
     call_log::add(gone.name != nullptr ? fmt::format("free({})", gone.name) : fmt::format("free({})", gone.size));
 }
 

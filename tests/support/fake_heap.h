@@ -7,6 +7,8 @@
 #include <array>
 #include <cstddef>
 
+#include "bytes.h"
+
 namespace support {
 
 class fake_heap {
@@ -26,6 +28,9 @@ class fake_heap {
     [[nodiscard]] int live_blocks() const;
     [[nodiscard]] bool is_live(const void *block) const;
 
+    // What the block that was freed last held then.
+    [[nodiscard]] const bytes &last_freed() const { return last_freed_; }
+
     // What the functions that stand in for the C library's ask.
     bool may_allocate(size_t size);
     void allocated(void *block, size_t size);
@@ -42,6 +47,7 @@ class fake_heap {
 
     std::array<live_block, 64> blocks_{};
     int until_failure_ = 0;
+    bytes last_freed_;
 };
 
 }  // namespace support

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
-// fake_platform_info.h: the chassis record, of which only the number of module slots is more than rubbish.
+// fake_platform_info.h: the chassis record, of which only the number of module slots is more than rubbish, and the
+// record of a module, of which only the card type is.
 #ifndef SUPPORT_FAKE_PLATFORM_INFO_H
 #define SUPPORT_FAKE_PLATFORM_INFO_H
 
@@ -17,6 +18,10 @@ class fake_platform_info {
     // What get_platform_info returns. It fills in the record even when it fails.
     int32_t result = 0;
     uint8_t slots = 255;
+
+    // The same of pdb_get_mod_info.
+    int32_t module_result = 0;
+    uint16_t card_type = 0;
 };
 
 }  // namespace support

@@ -26,8 +26,13 @@ mts_msg_t named(uint32_t id) {
     return message;
 }
 
+bool is_zeroed(const mts_msg_t &message) {
+    return std::ranges::all_of(message.word, [](uint32_t word) { return word == 0; });
+}
+
 std::string name_of(const mts_msg_t *message) {
     if (message == nullptr) return "null";
+    if (is_zeroed(*message)) return "zeroed message";
     return message->word[0] == message_mark ? fmt::format("message {:#x}", message->word[1]) : "no message";
 }
 
@@ -47,6 +52,10 @@ void fake_transport::will_send(int32_t result, uint32_t error) {
 
 void fake_transport::will_receive(int32_t result, uint32_t error) {
     script_.push_back({transport_step::call::receive, result, error});
+}
+
+void fake_transport::will_receive_answer(std::optional<bytes> answer) {
+    script_.push_back({transport_step::call::receive, 0, 0, std::move(answer)});
 }
 
 void fake_transport::will_drop(int32_t result, uint32_t error) {
@@ -100,14 +109,15 @@ int32_t fake_transport::send(mts_msg_t *request) {
 }
 
 int32_t fake_transport::receive(mts_msg_t *response) {
-    const int32_t result = take(transport_step::call::receive, "mts_recv").result;
-    if (result != failure) *response = message(0, {});
-    return result;
+    const transport_step step = take(transport_step::call::receive, "mts_recv");
+    if (step.result != failure) *response = message(0, step.answer);
+    return step.result;
 }
 
 int32_t fake_transport::release(mts_msg_t *message) {
     const int32_t result = take(transport_step::call::drop, "mts_drop").result;
-    drop(*message);
+    // The transport takes a record that never held a message.
+    if (!is_zeroed(*message)) drop(*message);
     return result;
 }
 
@@ -186,6 +196,11 @@ int32_t mts_is_response(const mts_msg_t *message) {
     const auto *const found = active->find(message);
     // A flag that is not 1, since any number but 0 means yes.
     return found != nullptr && found->is_response ? 2 : 0;
+}
+
+uint32_t mts_msg_id_get(const mts_msg_t *message) {
+    add(fmt::format("mts_msg_id_get({})", support::name_of(message)));
+    return active->find(message) != nullptr ? support::fake_transport::identifier_mark | message->word[1] : 0;
 }
 
 uint32_t cmi_req_resp(uint32_t opcode, uint32_t kind, const void *request, void **response, uint32_t *length,

@@ -22,14 +22,15 @@ struct transport_step {
     enum class call { send, receive, drop, query } expected;
     int32_t result = 0;
     uint32_t error = 0;                   // what mts_errno_get tells when the call failed
-    std::optional<bytes> answer = {};     // of a query
+    std::optional<bytes> answer = {};     // of a query or a receive
     std::optional<uint32_t> length = {};  // of the answer, when it is not the answer's size
 };
 
 class fake_transport {
   public:
-    // Requests are named by their tokens, which count from here.
+    // Requests are named by their tokens, which count from here; the identifiers of messages have a mark besides.
     static constexpr uint32_t first_token = 0x7001;
+    static constexpr uint32_t identifier_mark = 0x1d000000;
 
     explicit fake_transport(fake_heap &heap);
     ~fake_transport();
@@ -38,6 +39,7 @@ class fake_transport {
 
     void will_send(int32_t result = 0, uint32_t error = 0);
     void will_receive(int32_t result = 0, uint32_t error = 0);
+    void will_receive_answer(std::optional<bytes> answer);
     void will_drop(int32_t result = 0, uint32_t error = 0);
     void will_answer_query(uint32_t result, std::optional<bytes> answer, std::optional<uint32_t> length = {});
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // library_test.h: the fixture of the library's unit tests: all of its surroundings, faked. What a test does not look
 // at must not have happened: a line on standard output, a failed check, a lost block, a message that is not dropped, a
-// library that is left open, a step of the script that is not taken.
+// library or a file that is left open, a step of the script that is not taken.
 #ifndef SUPPORT_LIBRARY_TEST_H
 #define SUPPORT_LIBRARY_TEST_H
 
@@ -12,9 +12,11 @@
 #include "captured_stdout.h"
 #include "fake_assertion_log.h"
 #include "fake_heap.h"
+#include "fake_index_map.h"
 #include "fake_interface_numbers.h"
 #include "fake_interfaces.h"
 #include "fake_loader.h"
+#include "fake_net_dev.h"
 #include "fake_platform_info.h"
 #include "fake_tlv_array.h"
 #include "fake_transport.h"
@@ -35,6 +37,8 @@ class library_test : public testing::Test {
         EXPECT_THAT(loader.open_libraries, testing::IsEmpty());
         EXPECT_EQ(interfaces.type_looks.size(), 0U) << "look-ups of types that were not made";
         EXPECT_EQ(interfaces.chassis_looks.size(), 0U) << "look-ups of the chassis type that were not made";
+        EXPECT_EQ(index_map.entry_looks.size(), 0U) << "look-ups of the index map that were not made";
+        EXPECT_EQ(net_dev.open_files, 0) << "files that were not closed";
         transport.verify();
     }
 
@@ -44,6 +48,8 @@ class library_test : public testing::Test {
     fake_interfaces interfaces;
     fake_interface_numbers numbers;
     fake_platform_info platform;
+    fake_index_map index_map;
+    fake_net_dev net_dev;
     fake_tlv_array elements;
     fake_loader loader;
     fake_transport transport{heap};
