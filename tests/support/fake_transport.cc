@@ -19,6 +19,9 @@ fake_transport *active = nullptr;
 constexpr uint32_t message_mark = 0x4d534721;
 constexpr int32_t failure = -1;
 
+// The error number of a failure before the test, which no success clears.
+constexpr uint32_t stale_error = 4242;
+
 mts_msg_t named(uint32_t id) {
     mts_msg_t message{};
     message.word[0] = message_mark;
@@ -42,7 +45,7 @@ std::string shown(const void *content, uint32_t size) {
 
 }  // namespace
 
-fake_transport::fake_transport(fake_heap &heap) : heap_(heap) { active = this; }
+fake_transport::fake_transport(fake_heap &heap) : heap_(heap), error_(stale_error) { active = this; }
 
 fake_transport::~fake_transport() { active = nullptr; }
 

@@ -24,7 +24,7 @@ const std::string received_in_77_s = "mts_recv(0x55667788, 0x1 0x0 0x4d 0x7001 0
 // All byte values, so without an end of text in the right place.
 bytes startup_block() {
     bytes block;
-    for (int i = 0; i < 256; ++i) block.push_back(static_cast<uint8_t>(255 - i));
+    for (int i = 0; i < 256; ++i) block.push_back(static_cast<uint8_t>(i ^ 0x55));
     return block;
 }
 

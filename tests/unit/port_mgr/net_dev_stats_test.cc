@@ -201,6 +201,8 @@ TEST_F(net_dev_stats, of_a_name_with_blanks_in_front_are_not_found) {
 TEST_F(net_dev_stats, skip_all_white_space_in_front_of_the_name) {
     expect_found("lo", " \t\v\f\r lo: 1 2\n", words_of({"1", "2"}));
     expect_found("lo", "\n   \n\nlo: 1 2\n", words_of({"1", "2"}));
+    EXPECT_EQ(get("\n", "\nlo: 1 2\n"), -1);
+    EXPECT_EQ(lines_read(), 5) << "the end of a line is no name";
 }
 
 TEST_F(net_dev_stats, take_names_as_they_are) {
