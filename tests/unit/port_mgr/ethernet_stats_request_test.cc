@@ -125,12 +125,14 @@ TEST_F(ethernet_stats_request, without_record_does_not_look_at_the_answer) {
 }
 
 TEST_F(ethernet_stats_request, takes_any_handle_and_word_to_the_transport) {
-    transport.will_send(-1, 9);
-    transport.will_drop();
-    EXPECT_EQ(pm_get_clear_eth_stats(0, this_interface, this_interface, 0xfffefdfc, &stats), -1);
-    EXPECT_THAT(support::call_log::take(),
-                testing::Contains(fmt::format(
-                    "mts_send(0x0, 0x502, 943, 1908, <000000000003{:036x}02040305fffefdfc>, 32, 0, 0)", 0)));
+    for (const uint32_t word : {0U, 1U, 2U, 0xfffefdfcU}) {
+        transport.will_send(-1, 9);
+        transport.will_drop();
+        EXPECT_EQ(pm_get_clear_eth_stats(0, this_interface, this_interface, word, &stats), -1);
+        EXPECT_THAT(support::call_log::take(),
+                    testing::Contains(fmt::format(
+                        "mts_send(0x0, 0x502, 943, 1908, <000000000003{:036x}02040305{:08x}>, 32, 0, 0)", 0, word)));
+    }
 }
 
 // ---- look-ups that fail

@@ -180,8 +180,8 @@ TEST_F(sfp_diagnostics_query, returns_the_error_of_the_receive_when_the_drop_fai
     EXPECT_EQ(output.take(), "error recving response\n");
 }
 
-TEST_F(sfp_diagnostics_query, takes_any_result_of_a_receive_but_minus_1_for_a_success) {
-    transport.will_send();
+TEST_F(sfp_diagnostics_query, takes_any_result_of_an_exchange_but_minus_1_for_a_success) {
+    transport.will_send(1);
     transport.will_receive(7);
     transport.will_drop();
     transport.will_drop();
