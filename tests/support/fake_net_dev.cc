@@ -26,11 +26,17 @@ FILE *fake_net_dev::open(const char *path, const char *mode) {
     return fmemopen(text->data(), text->size(), mode);
 }
 
+void fake_net_dev::log_read(int size) { call_log::add(fmt::format("fgets({})", size)); }
+
+void fake_net_dev::closed() {
+    call_log::add("fclose()");
+    --open_files;
+}
+
 }  // namespace support
 
 using support::active;
 using support::is_library_code;
-using support::call_log::add;
 
 SUPPORT_INTERPOSER FILE *fopen(const char *path, const char *mode) {
     static FILE *(*real)(const char *, const char *);
@@ -42,16 +48,13 @@ SUPPORT_INTERPOSER FILE *fopen(const char *path, const char *mode) {
 SUPPORT_INTERPOSER char *fgets(char *line, int size, FILE *file) {
     static char *(*real)(char *, int, FILE *);
     if (real == nullptr) real = reinterpret_cast<decltype(real)>(support::next_symbol("fgets"));
-    if (active != nullptr && is_library_code(__builtin_return_address(0))) add(fmt::format("fgets({})", size));
+    if (active != nullptr && is_library_code(__builtin_return_address(0))) active->log_read(size);
     return real(line, size, file);
 }
 
 SUPPORT_INTERPOSER int fclose(FILE *file) {
     static int (*real)(FILE *);
     if (real == nullptr) real = reinterpret_cast<decltype(real)>(support::next_symbol("fclose"));
-    if (active != nullptr && is_library_code(__builtin_return_address(0))) {
-        add("fclose()");
-        --active->open_files;
-    }
+    if (active != nullptr && is_library_code(__builtin_return_address(0))) active->closed();
     return real(file);
 }

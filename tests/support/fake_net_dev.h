@@ -22,8 +22,10 @@ class fake_net_dev {
     // Files that nobody has closed yet.
     int open_files = 0;
 
-    // What the function that stands in for the C library's does.
+    // What the functions that stand in for the C library's do.
     FILE *open(const char *path, const char *mode);
+    static void log_read(int size);
+    void closed();
 };
 
 }  // namespace support
