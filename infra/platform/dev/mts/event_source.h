@@ -18,6 +18,12 @@ class event_source {
 
     // Handles the epoll events of the descriptor. Returns false when the source is done and to be destroyed.
     [[nodiscard]] virtual bool on_event(uint32_t events) = 0;
+
+    // Whether it works for the service `sap` on `node`.
+    [[nodiscard]] virtual bool serves(uint32_t, uint32_t) const { return false; }
+
+    // Gives back at once what others can see of it. It gets no further events.
+    virtual void end() {}
 };
 
 }  // namespace platform_dev

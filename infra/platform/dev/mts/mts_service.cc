@@ -70,6 +70,10 @@ int32_t mts_server_add_service(mts_server_t *server, uint32_t node, uint32_t sap
     return with_errno([&] { return server->add_service({node, sap, service, context}); });
 }
 
+int32_t mts_server_remove_service(mts_server_t *server, uint32_t node, uint32_t sap) {
+    return with_errno([&] { return server->remove_service(node, sap); });
+}
+
 int32_t mts_server_add_fd(mts_server_t *server, int fd, mts_fd_handler_t handler, void *context) {
     return with_errno([&] { return server->add_fd(fd, handler, context); });
 }

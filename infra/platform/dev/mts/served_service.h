@@ -12,6 +12,10 @@ struct service {
     uint32_t sap;
     mts_service_t handle;
     void *context;
+
+    [[nodiscard]] bool is(uint32_t other_node, uint32_t other_sap) const {
+        return node == other_node && sap == other_sap;
+    }
 };
 
 }  // namespace platform_dev

@@ -52,6 +52,23 @@ int server::add_service(const service &added) {
     return add(std::move(listener));
 }
 
+// A service may remove itself, or another one that has events in this round.
+int server::remove_service(uint32_t node, uint32_t sap) {
+    int error = ENOENT;
+    for (auto at = sources_.begin(); at != sources_.end();) {
+        event_source &source = *at->first;
+        if (!source.serves(node, sap)) {
+            ++at;
+            continue;
+        }
+        removed_.push_back(std::move(at->second));
+        at = sources_.erase(at);
+        source.end();
+        error = 0;
+    }
+    return error;
+}
+
 int server::add_fd(int fd, mts_fd_handler_t handler, void *context) {
     return add(std::make_unique<watched_fd>(fd, handler, context));
 }
@@ -59,13 +76,14 @@ int server::add_fd(int fd, mts_fd_handler_t handler, void *context) {
 int server::run() {
     running_ = true;
     while (running_) {
+        removed_.clear();
         epoll_event events[32];
         const int count = epoll_wait(epoll_.get(), events, std::size(events), -1);
         if (count < 0 && errno != EINTR) return errno;
         // A source that is done is destroyed in its own event, so no later event of this round can meet it.
         for (int i = 0; i < count && running_; ++i) {
             auto *source = static_cast<event_source *>(events[i].data.ptr);
-            if (!source->on_event(events[i].events)) sources_.erase(source);
+            if (sources_.contains(source) && !source->on_event(events[i].events)) sources_.erase(source);
         }
     }
     return 0;

@@ -7,6 +7,7 @@
 
 #include <memory>
 #include <unordered_map>
+#include <vector>
 
 #include "common/runtime_dir.h"
 #include "common/unique_fd.h"
@@ -24,6 +25,7 @@ class server {
     [[nodiscard]] int open();
 
     [[nodiscard]] int add_service(const service &added);
+    [[nodiscard]] int remove_service(uint32_t node, uint32_t sap);
     [[nodiscard]] int add_fd(int fd, mts_fd_handler_t handler, void *context);
     [[nodiscard]] int run();
     void stop() const;
@@ -47,6 +49,7 @@ class server {
     unique_fd stop_;
     unique_fd spare_;  // makes room when a client has to be turned away
     std::unordered_map<event_source *, std::unique_ptr<event_source>> sources_;
+    std::vector<std::unique_ptr<event_source>> removed_;  // for events of this round that meet them
     bool running_ = false;
     packet_buffers buffers_;
     mts_reply reply_;

@@ -22,6 +22,8 @@ class server_connection final : public event_source {
 
     [[nodiscard]] int descriptor() const override { return socket_.get(); }
     [[nodiscard]] bool on_event(uint32_t events) override;
+    [[nodiscard]] bool serves(uint32_t node, uint32_t sap) const override { return service_.is(node, sap); }
+    void end() override { socket_.reset(); }
 
   private:
     // An answer that the client's buffer has no room for yet. Until it went out, no further request is read: a client

@@ -15,8 +15,12 @@
 
 namespace platform_dev {
 
-service_listener::~service_listener() {
+service_listener::~service_listener() { end(); }
+
+void service_listener::end() {
     if (socket_) unlink(address_.sun_path);
+    socket_.reset();
+    lock_.reset();
 }
 
 int service_listener::open(const path_buffer &directory) {

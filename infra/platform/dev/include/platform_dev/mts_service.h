@@ -48,6 +48,11 @@ void mts_server_destroy(mts_server_t *server);
 /* Answers `sap` on `node`. Returns 0, or -1 with errno: EADDRINUSE when a live service answers there. */
 int32_t mts_server_add_service(mts_server_t *server, uint32_t node, uint32_t sap, mts_service_t service, void *context);
 
+/* Answers `sap` on `node` no longer and ends the connections of its clients; their requests fail with EHOSTUNREACH from
+ * then on. A service may remove itself: the request at hand stays unanswered. Returns 0, or -1 with errno: ENOENT when
+ * this server does not answer there. */
+int32_t mts_server_remove_service(mts_server_t *server, uint32_t node, uint32_t sap);
+
 /* Watches a descriptor of the caller's, such as a signalfd, in the same loop. Returns 0, or -1 with errno. */
 int32_t mts_server_add_fd(mts_server_t *server, int fd, mts_fd_handler_t handler, void *context);
 
