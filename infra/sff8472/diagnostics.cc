@@ -44,19 +44,8 @@ double linear(diagnostic_page page, size_t at, int32_t number) {
 }
 
 double calibrated(diagnostic_page page, quantity of, int32_t number) {
-    switch (of) {
-        case quantity::bias:
-            return linear(page, diagnostic::calibration, number);
-        case quantity::tx_power:
-            return linear(page, diagnostic::calibration + 4, number);
-        case quantity::temperature:
-            return linear(page, diagnostic::calibration + 8, number);
-        case quantity::voltage:
-            return linear(page, diagnostic::calibration + 12, number);
-        case quantity::rx_power:
-            return rx_power(page, number);
-    }
-    return 0;
+    if (of == quantity::rx_power) return rx_power(page, number);
+    return linear(page, diagnostic::calibration[static_cast<size_t>(of)], number);
 }
 
 }  // namespace

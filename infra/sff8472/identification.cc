@@ -3,69 +3,13 @@
 
 #include <algorithm>
 #include <cstdio>
-#include <numeric>
 #include <string_view>
+
+#include "sff8472/checksum.h"
+#include "sff8472/code_names.h"
 
 namespace sff8472 {
 namespace {
-
-struct code_name {
-    uint8_t code;
-    const char *name;
-};
-
-constexpr uint8_t dwdm_sfp = 0x0b;
-
-constexpr code_name identifiers[] = {
-    {0x01, "GBIC"}, {0x02, "soldered"}, {0x03, "SFP"}, {0x05, "XENPAK"},
-    {0x06, "XFP"},  {0x09, "XPAK"},     {0x0a, "X2"},  {dwdm_sfp, "DWDM-SFP"},
-};
-
-constexpr code_name connectors[] = {
-    {0x01, "SC"},
-    {0x02, "FC copper style 1"},
-    {0x03, "FC copper style 2"},
-    {0x04, "BNC/TNC"},
-    {0x05, "FC coax"},
-    {0x06, "fiber jack"},
-    {0x07, "LC"},
-    {0x08, "MT-RJ"},
-    {0x09, "MU"},
-    {0x0a, "SG"},
-    {0x0b, "optical pigtail"},
-    {0x0c, "MPO"},
-    {0x20, "HSSDC II"},
-    {0x21, "copper pigtail"},
-    {0x22, "RJ45"},
-    {0x23, "no separable connector"},
-};
-
-// What a bit of the page says about the technology.
-struct technology_bit {
-    size_t offset;
-    uint8_t bit;
-    const char *name;
-    bool is_copper = false;
-};
-
-// The first one that is set counts.
-constexpr technology_bit technologies[] = {
-    {serial_id::fc_technology_and_cable, 0x04, "passive copper cable", true},
-    {serial_id::fc_technology_and_cable, 0x08, "active copper cable", true},
-    {serial_id::ethernet_codes, 0x08, "1000BASE-T", true},
-    {serial_id::ethernet_codes, 0x04, "1000BASE-CX", true},
-    {serial_id::ethernet_10g_codes, 0x80, "10GBASE-ER"},
-    {serial_id::ethernet_10g_codes, 0x40, "10GBASE-LRM"},
-    {serial_id::ethernet_10g_codes, 0x20, "10GBASE-LR"},
-    {serial_id::ethernet_10g_codes, 0x10, "10GBASE-SR"},
-    {serial_id::fc_length_and_technology, 0x02, "long wave laser"},
-    {serial_id::fc_technology_and_cable, 0x10, "long wave laser"},
-    {serial_id::fc_length_and_technology, 0x04, "short wave laser"},
-    {serial_id::fc_technology_and_cable, 0x20, "short wave laser with OFC"},
-    {serial_id::fc_technology_and_cable, 0x40, "short wave laser"},
-    {serial_id::ethernet_codes, 0x02, "1000BASE-LX"},
-    {serial_id::ethernet_codes, 0x01, "1000BASE-SX"},
-};
 
 // A length byte, and the metres that it counts.
 struct length_byte {
@@ -83,7 +27,7 @@ constexpr length_byte fibre_lengths[] = {
 
 std::string name_of(uint8_t code, std::span<const code_name> names) {
     for (const code_name &known : names) {
-        if (known.code == code) return known.name;
+        if (known.code == code) return std::string(known.name);
     }
     char text[sizeof "unknown (0x00)"];
     std::snprintf(text, sizeof text, "unknown (0x%02x)", code);
@@ -123,11 +67,8 @@ uint32_t wavelength_of(serial_id_page page) {
     return nanometres * 100 + (has_fraction ? page[serial_id::wavelength_fraction] : 0u);
 }
 
-bool is_sum(serial_id_page page, size_t first, size_t checksum) {
-    const auto covered = page.subspan(first, checksum - first);
-    return std::accumulate(covered.begin(), covered.end(), uint8_t{0}, [](uint8_t sum, uint8_t byte) {
-               return static_cast<uint8_t>(sum + byte);
-           }) == page[checksum];
+bool is_sum(serial_id_page page, size_t first, size_t check) {
+    return checksum(page.subspan(first, check - first)) == page[check];
 }
 
 }  // namespace
@@ -137,7 +78,7 @@ identification identify(serial_id_page page) {
     const technology_bit *const technology = technology_of(page);
     found.identifier = name_of(page[serial_id::identifier], identifiers);
     found.connector = name_of(page[serial_id::connector], connectors);
-    found.technology = technology != nullptr ? technology->name : "";
+    found.technology = technology != nullptr ? technology->name : std::string_view();
     found.is_copper = technology != nullptr && technology->is_copper;
     found.vendor = text_of(page, serial_id::vendor_name);
     std::copy_n(&page[serial_id::vendor_oui.offset], found.oui.size(), found.oui.begin());

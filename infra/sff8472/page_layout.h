@@ -3,6 +3,7 @@
 #ifndef SFF8472_PAGE_LAYOUT_H
 #define SFF8472_PAGE_LAYOUT_H
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 
@@ -18,6 +19,7 @@ struct field {
 namespace serial_id {
 inline constexpr size_t page_size = 128;
 inline constexpr size_t identifier = 0;
+inline constexpr size_t extended_identifier = 1;  // 4: what it is stands in the page
 inline constexpr size_t connector = 2;
 inline constexpr size_t ethernet_10g_codes = 3;
 inline constexpr size_t ethernet_codes = 6;
@@ -62,9 +64,10 @@ namespace diagnostic {
 inline constexpr size_t page_size = 109;
 inline constexpr size_t thresholds = 0;            // of each quantity: high alarm, low alarm, high warning, low warning
 inline constexpr size_t rx_power_polynomial = 56;  // five floats, the coefficient of the highest power first
-inline constexpr size_t calibration = 76;          // slope and offset of bias, transmit power, temperature and voltage
-inline constexpr size_t checksum = 95;             // low byte of the sum of bytes 0 to 94
-inline constexpr size_t readings = 96;             // temperature, voltage, bias, transmit power, receive power
+// Where slope and offset lie: of temperature, voltage, bias and transmit power.
+inline constexpr std::array<size_t, 4> calibration{84, 88, 76, 80};
+inline constexpr size_t checksum = 95;  // low byte of the sum of bytes 0 to 94
+inline constexpr size_t readings = 96;  // temperature, voltage, bias, transmit power, receive power
 }  // namespace diagnostic
 
 }  // namespace sff8472
