@@ -3,16 +3,23 @@
 
 #include <algorithm>
 #include <array>
+#include <filesystem>
+#include <optional>
 
+#include "chassis/default_transceiver.h"
 #include "chassis/module_kind.h"
+#include "chassis/page_dump.h"
 #include "chassis/port_settings.h"
+#include "chassis/transceiver_keys.h"
 #include "platform_dev/if_index_dev.h"
 #include "protocol/ethernet_stats_layout.h"
+#include "protocol/line_card_node.h"
 
 namespace virtual_switch {
 namespace {
 
 constexpr size_t longest_name = 64;
+constexpr size_t longest_path = 4096;
 constexpr uint32_t most_slots = 32;
 constexpr number_range chassis_types{1, 0xffff};
 
@@ -43,6 +50,14 @@ void apply_counters(const section &from, counter_settings &to) {
     if (from.has(unreachable_key)) to.unreachable = from.word(unreachable_key, yes_no_words) != 0;
 }
 
+// Whatever a section does not say is as in the usual transceiver of the kind.
+transceiver described_transceiver(const section &from, port_kind kind) {
+    transceiver_plan plan = default_transceiver(kind);
+    apply_page_keys(from, plan);
+    apply_quantity_keys(from, plan);
+    return build(plan);
+}
+
 }  // namespace
 
 void chassis_builder::set_chassis(const document_value &value) {
@@ -64,7 +79,7 @@ void chassis_builder::add_module(const document_value &value) {
     for (uint8_t port = 0; port < ports; ++port) {
         if_index_t if_index = 0;
         if_index_slot_port_init(&if_index, kind.type, slot, port);
-        add_port(from, if_index, kind.ports, {line_card_node(slot), slot, port});
+        add_port(from, if_index, kind.ports, {pm::line_card_node(slot), slot, port});
     }
 }
 
@@ -91,7 +106,7 @@ void chassis_builder::add_fcip(const document_value &value) {
     const uint8_t port_base = pm::tunnel_base(module->second.card_type, port);
     for (const if_index_t if_index : from.interfaces("name")) {
         if (type_of(if_index) != IF_TYPE_FCIP) from.fail("name", quoted_name(if_index) + " is no FCIP interface");
-        add_port(from, if_index, port_kind::fcip, {line_card_node(slot), slot, port_base});
+        add_port(from, if_index, port_kind::fcip, {pm::line_card_node(slot), slot, port_base});
     }
 }
 
@@ -168,6 +183,44 @@ void chassis_builder::set_counters(const document_value &value) {
     }
 }
 
+transceiver chassis_builder::dumped_transceiver(const section &from) const {
+    for (const std::string_view key : page_keys()) {
+        if (from.has(key)) from.fail(key, "stands in the pages");
+    }
+    const std::filesystem::path file = std::filesystem::path(folder_) / from.text("pages", longest_path);
+    transceiver made = transceiver_of(load_page_dump(file));
+    apply_drift_keys(from, made);
+    return made;
+}
+
+// Of several ports that one section names, each has another serial number, and so have those that no section gives one.
+void chassis_builder::add_transceivers(const document_value &value) {
+    const section from("transceiver", value, {"name", "pages"}, transceiver_keys());
+    const auto dumped = from.has("pages") ? std::optional(dumped_transceiver(from)) : std::nullopt;
+    const bool has_number = dumped || from.has("serial_number");
+    uint32_t earlier = 0;
+    for (const if_index_t if_index : from.interfaces("name")) {
+        const port *const at = model_.find(if_index);
+        if (at == nullptr) from.fail("name", why_missing(if_index));
+        if (!takes_transceiver.contains(at->kind)) from.fail("name", quoted_name(if_index) + " takes no transceiver");
+        transceiver made = dumped ? *dumped : described_transceiver(from, at->kind);
+        if (!advance_serial_number(made, has_number ? earlier++ : serial_number_of_place(if_index))) {
+            from.fail("serial_number", "has no room for a running number");
+        }
+        if (model_.transceivers.try_emplace(if_index, made).second) continue;
+        from.fail("name", quoted_name(if_index) + " has a transceiver already");
+    }
+}
+
+void chassis_builder::add_default_transceivers() {
+    for (const auto &[if_index, at] : model_.ports) {
+        if (!takes_transceiver.contains(at.kind) || model_.transceivers.contains(if_index)) continue;
+        transceiver made = build(default_transceiver(at.kind));
+        advance_serial_number(made, serial_number_of_place(if_index));
+        model_.transceivers.emplace(if_index, made);
+    }
+}
+
 void chassis_builder::add_port(const section &from, if_index_t if_index, port_kind kind, port_place place) {
     port added{kind, place, default_port_info(kind, if_index)};
     from.apply_settings(added);
@@ -187,6 +240,7 @@ std::string chassis_builder::why_missing(if_index_t if_index) const {
 }
 
 chassis_model chassis_builder::finish() {
+    add_default_transceivers();
     settle(model_);
     return std::move(model_);
 }

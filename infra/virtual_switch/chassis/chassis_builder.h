@@ -12,6 +12,9 @@ namespace virtual_switch {
 // come in the order of the functions: each may name interfaces of those before it.
 class chassis_builder {
   public:
+    // Names of files in the sections are relative to `folder`.
+    explicit chassis_builder(std::string folder) : folder_(std::move(folder)) {}
+
     void set_chassis(const document_value &value);
     void add_module(const document_value &value);
     void add_interfaces(const document_value &value);
@@ -20,15 +23,19 @@ class chassis_builder {
     void add_sub_interfaces(const document_value &value);
     void override_ports(const document_value &value);
     void set_counters(const document_value &value);
+    void add_transceivers(const document_value &value);
 
     [[nodiscard]] chassis_model finish();
 
   private:
     void add_port(const section &from, if_index_t if_index, port_kind kind, port_place place);
     void add_member(const section &from, if_index_t channel, if_index_t member);
+    void add_default_transceivers();
     void check_sub_interface(const section &from, if_index_t if_index) const;
     [[nodiscard]] std::string why_missing(if_index_t if_index) const;
+    [[nodiscard]] transceiver dumped_transceiver(const section &from) const;
 
+    std::string folder_;
     chassis_model model_;
 };
 

@@ -14,8 +14,9 @@ namespace virtual_switch {
 // "FILE:LINE: KEY: what is wrong", for the first mistake.
 chassis_model load_chassis(const std::string &path);
 
-// The same from the text of a file; the line starts with LINE.
-chassis_model parse_chassis(std::string_view text);
+// The same from the text of a file; the line starts with LINE. Files that it names are relative to `folder`, or to the
+// working directory; a mistake in one of them starts with its name.
+chassis_model parse_chassis(std::string_view text, const std::string &folder = "");
 
 }  // namespace virtual_switch
 

@@ -25,6 +25,7 @@ constexpr std::array repeated_sections{
     file_section{"sub_interface", &chassis_builder::add_sub_interfaces},
     file_section{"ports", &chassis_builder::override_ports},
     file_section{"counters", &chassis_builder::set_counters},
+    file_section{"transceiver", &chassis_builder::add_transceivers},
 };
 
 std::vector<std::string_view> section_names() {
@@ -35,12 +36,12 @@ std::vector<std::string_view> section_names() {
 
 }  // namespace
 
-chassis_model parse_chassis(std::string_view text) {
+chassis_model parse_chassis(std::string_view text, const std::string &folder) {
     const document_table document = parse_document(text);
     check_section_names(document, section_names());
     const document_value *const chassis = find_section(document, chassis_section);
     if (chassis == nullptr) throw chassis_error(1, std::string(chassis_section), "is missing");
-    chassis_builder builder;
+    chassis_builder builder(folder);
     builder.set_chassis(*chassis);
     for (const file_section &section : repeated_sections) {
         for (const document_value &table : repeated_section(document, section.name)) (builder.*section.add)(table);

@@ -35,11 +35,11 @@ document_array convert(const toml::array &array) {
 document_value convert(const toml::node &node) {
     const unsigned line = node.source().begin.line;
     if (const auto *number = node.as_integer()) return {line, number->get()};
+    if (const auto *number = node.as_floating_point()) return {line, number->get()};
     if (const auto *text = node.as_string()) return {line, text->get()};
     if (const auto *array = node.as_array()) return {line, convert(*array)};
     if (const auto *table = node.as_table()) return {line, convert(*table)};
     if (node.is_boolean()) return {line, foreign_value{"true or false"}};
-    if (node.is_floating_point()) return {line, foreign_value{"a number with a fraction"}};
     return {line, foreign_value{"a date or time"}};
 }
 
@@ -63,7 +63,8 @@ void check_dots(std::string_view text) {
 
 std::string_view document_value::type_name() const {
     if (const auto *foreign = std::get_if<foreign_value>(&data)) return foreign->type_name;
-    constexpr std::array<std::string_view, 4> names{"a number", "a text", "an array", "a table"};
+    constexpr std::array<std::string_view, 5> names{"a number", "a number with a fraction", "a text", "an array",
+                                                    "a table"};
     return names.at(data.index());
 }
 

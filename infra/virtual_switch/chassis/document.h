@@ -17,14 +17,14 @@ struct document_entry;
 using document_array = std::vector<document_value>;
 using document_table = std::vector<document_entry>;  // in order of lines
 
-// Values of types that no key takes: booleans, numbers with a fraction, dates and times.
+// Values of types that no key takes: booleans, dates and times.
 struct foreign_value {
     std::string_view type_name;
 };
 
 struct document_value {
     unsigned line;
-    std::variant<int64_t, std::string, document_array, document_table, foreign_value> data;
+    std::variant<int64_t, double, std::string, document_array, document_table, foreign_value> data;
 
     // What it is, for messages: "a number", "a text" ...
     [[nodiscard]] std::string_view type_name() const;

@@ -8,16 +8,30 @@
 #include "port_mgr/opcodes.h"
 #include "protocol/config_layout.h"
 #include "protocol/interface_owner.h"
+#include "protocol/line_card_node.h"
 
 namespace virtual_switch {
 
 bool port::is_up() const { return info.oper_state == port_state::up || info.oper_state == port_state::trunking; }
 
-uint32_t line_card::node() const { return line_card_node(slot); }
+optical_link port::link() const {
+    const bool lost_its_peer =
+        configured.state_reason == reason::not_connected || configured.state_reason == reason::loss_of_signal;
+    return {.is_transmitting = info.admin_state == port_state::up,
+            .has_light = configured.oper_state != port_state::down || !lost_its_peer};
+}
+
+uint32_t line_card::node() const { return pm::line_card_node(slot); }
 
 const port *chassis_model::find(if_index_t if_index) const {
     const auto found = ports.find(if_index);
     return found == ports.end() ? nullptr : &found->second;
+}
+
+const transceiver *chassis_model::plugged_into(if_index_t if_index) const {
+    const port *const at = find(if_index);
+    const auto found = transceivers.find(if_index);
+    return at == nullptr || at->info.fcot_present == 0 || found == transceivers.end() ? nullptr : &found->second;
 }
 
 const port *chassis_model::next(if_index_t if_index) const {
@@ -52,8 +66,6 @@ bool has_reserved_number(if_index_t if_index) {
     if_index_get_sub_intf(if_index, &number);
     return std::ranges::find(pm::reserved_sub_interfaces, number) != pm::reserved_sub_interfaces.end();
 }
-
-uint32_t line_card_node(uint8_t slot) { return ((slot + 1u) << 8 | 2u) & 0xff02u; }
 
 std::string name_of(if_index_t if_index) {
     std::array<char, 256> text{};

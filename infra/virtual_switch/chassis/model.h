@@ -9,6 +9,7 @@
 
 #include "chassis/counter_table.h"
 #include "chassis/port_kind.h"
+#include "chassis/transceiver.h"
 #include "platform_dev/mts_dev.h"
 
 namespace virtual_switch {
@@ -34,6 +35,10 @@ struct port {
 
     // In operation, trunking or not.
     [[nodiscard]] bool is_up() const;
+
+    // What reaches the transceiver and what it may send. Nothing is received from a peer that is not connected, and
+    // shutting the port down turns the laser off.
+    [[nodiscard]] optical_link link() const;
 };
 
 struct line_card {
@@ -57,8 +62,12 @@ struct chassis_model {
     std::map<if_index_t, port> ports;                 // all kinds
     std::map<if_index_t, channel_members> members;    // of every channel, also of empty ones
     std::map<if_index_t, counter_settings> counting;  // of interfaces that the file makes count
+    std::map<if_index_t, transceiver> transceivers;   // of every port that takes one, plugged in or not
 
     [[nodiscard]] const port *find(if_index_t if_index) const;
+
+    // The transceiver that is plugged into a port; null when there is none.
+    [[nodiscard]] const transceiver *plugged_into(if_index_t if_index) const;
 
     // The port that follows in order of indexes, whether or not `if_index` exists; null after the last.
     [[nodiscard]] const port *next(if_index_t if_index) const;
@@ -79,9 +88,6 @@ bool is_sub_interface(if_index_t if_index);
 
 // Whether the number of a sub-interface is one that no sub-interface may have.
 bool has_reserved_number(if_index_t if_index);
-
-// The node of the line card in `slot`, which is counted from 0.
-uint32_t line_card_node(uint8_t slot);
 
 // Makes what every port reports from what is configured and from the members of channels. To be called after every
 // change of either.

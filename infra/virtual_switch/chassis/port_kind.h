@@ -58,6 +58,7 @@ inline constexpr uint8_t administratively_down = 12;
 inline constexpr uint8_t parent_down = 26;
 inline constexpr uint8_t sfp_absent = 29;
 inline constexpr uint8_t no_operational_members = 43;
+inline constexpr uint8_t loss_of_signal = 83;
 }  // namespace reason
 
 namespace speed {
@@ -107,6 +108,10 @@ inline constexpr kind_set switched_ethernet{port_kind::ethernet, port_kind::ethe
 // Those whose line cards keep counters of their traffic.
 inline constexpr kind_set keeping_counters{port_kind::ethernet, port_kind::ips, port_kind::ethernet_sfp,
                                            port_kind::fcip};
+
+// Those that a transceiver can be plugged into.
+inline constexpr kind_set takes_transceiver{port_kind::fc, port_kind::ethernet, port_kind::ips,
+                                            port_kind::ethernet_sfp};
 
 // A record of this kind as it is before any setting: up, and with nothing derived yet.
 pm_port_info_t default_port_info(port_kind kind, if_index_t if_index);

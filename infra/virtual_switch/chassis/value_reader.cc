@@ -4,6 +4,8 @@
 #include <arpa/inet.h>
 
 #include <algorithm>
+#include <array>
+#include <cstdio>
 #include <numeric>
 #include <utility>
 
@@ -14,6 +16,12 @@ namespace {
 
 [[noreturn]] void fail_type(const document_value &value, const std::string &key, const std::string &wanted) {
     throw chassis_error(value.line, key, "must be " + wanted + ", not " + std::string(value.type_name()));
+}
+
+std::string shown(double number) {
+    std::array<char, 32> text{};
+    std::snprintf(text.data(), text.size(), "%g", number);
+    return text.data();
 }
 
 // How many letters have to be changed, added or taken away to get from one word to the other.
@@ -41,6 +49,16 @@ uint32_t read_number(const document_value &value, const std::string &key, number
                                 std::to_string(range.most));
     }
     return static_cast<uint32_t>(*number);
+}
+
+double read_decimal(const document_value &value, const std::string &key, decimal_range range) {
+    const auto *whole = std::get_if<int64_t>(&value.data);
+    const auto *fraction = std::get_if<double>(&value.data);
+    if (whole == nullptr && fraction == nullptr) fail_type(value, key, "a number");
+    const double number = whole != nullptr ? static_cast<double>(*whole) : *fraction;
+    if (number >= range.least && number <= range.most) return number;
+    throw chassis_error(value.line, key,
+                        shown(number) + " is not in " + shown(range.least) + " to " + shown(range.most));
 }
 
 const std::string &read_any_text(const document_value &value, const std::string &key, size_t longest) {

@@ -24,8 +24,16 @@ struct number_range {
     uint32_t most;
 };
 
+struct decimal_range {
+    double least;
+    double most;
+};
+
 // `key` is what messages call the value.
 uint32_t read_number(const document_value &value, const std::string &key, number_range range);
+
+// A number with or without a fraction.
+double read_decimal(const document_value &value, const std::string &key, decimal_range range);
 const std::string &read_any_text(const document_value &value, const std::string &key, size_t longest);
 
 // A text without control characters.

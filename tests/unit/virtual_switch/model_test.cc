@@ -5,6 +5,7 @@
 
 #include "chassis/chassis_file.h"
 #include "names.h"
+#include "protocol/line_card_node.h"
 
 namespace {
 
@@ -78,9 +79,9 @@ TEST(model, knows_who_owns_an_interface) {
 }
 
 TEST(model, gives_line_cards_their_nodes) {
-    EXPECT_EQ(virtual_switch::line_card_node(0), 0x102u);
-    EXPECT_EQ(virtual_switch::line_card_node(4), 0x502u);
-    EXPECT_EQ(virtual_switch::line_card_node(255), 2u);
+    EXPECT_EQ(pm::line_card_node(0), 0x102u);
+    EXPECT_EQ(pm::line_card_node(4), 0x502u);
+    EXPECT_EQ(pm::line_card_node(255), 2u);
     EXPECT_EQ(chassis().line_cards.at(1).node(), 0x202u);
 }
 
