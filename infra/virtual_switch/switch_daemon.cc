@@ -18,8 +18,10 @@
 #include "chassis/state_file.h"
 #include "platform_dev/mts_dev.h"
 #include "program_name.h"
+#include "protocol/line_card_node.h"
 #include "service_notifier.h"
 #include "services/channel_member_service.h"
+#include "services/line_card_services.h"
 #include "services/module_resource_service.h"
 #include "services/port_service.h"
 
@@ -88,13 +90,35 @@ void switch_daemon::take_signals() {
 }
 
 void switch_daemon::add_services() {
-    const auto add = [this](uint32_t sap, mts_service_t service) {
-        if (mts_server_add_service(server_.get(), MTS_NODE_SUPERVISOR, sap, service, &state_) == 0) return;
-        fail("SAP " + std::to_string(sap) + " in " + runtime_dir_);
-    };
-    for (const uint32_t sap : port_service_saps) add(sap, port_service);
-    add(PM_SAP_CHANNEL_MEMBER, channel_member_service);
-    add(PM_SAP_MODULE_RESOURCE, supervisor_resource_service);
+    for (const uint32_t sap : port_service_saps) add_service(MTS_NODE_SUPERVISOR, sap, port_service, &state_);
+    add_service(MTS_NODE_SUPERVISOR, PM_SAP_CHANNEL_MEMBER, channel_member_service, &state_);
+    add_service(MTS_NODE_SUPERVISOR, PM_SAP_MODULE_RESOURCE, supervisor_resource_service, &state_);
+    add_line_cards(state_.model());
+}
+
+void switch_daemon::add_service(uint32_t node, uint32_t sap, mts_service_t service, void *context) {
+    if (mts_server_add_service(server_.get(), node, sap, service, context) == 0) return;
+    fail("SAP " + std::to_string(sap) + " in " + runtime_dir_);
+}
+
+// A card is remembered before its services are there, so that those of one that failed half-way can be removed.
+void switch_daemon::add_line_cards(const chassis_model &chassis) {
+    for (const auto &[slot, card] : chassis.line_cards) {
+        const auto [added, is_new] = line_cards_.try_emplace(slot, line_card_context{&state_, slot, state_.now()});
+        if (!is_new) continue;
+        for (const auto &[sap, serve] : line_card_services()) add_service(card.node(), sap, serve, &added->second);
+    }
+}
+
+void switch_daemon::remove_absent_line_cards() {
+    std::erase_if(line_cards_, [this](const auto &entry) {
+        const uint8_t slot = entry.first;
+        if (state_.model().line_cards.contains(slot)) return false;
+        for (const auto &[sap, serve] : line_card_services()) {
+            mts_server_remove_service(server_.get(), pm::line_card_node(slot), sap);
+        }
+        return true;
+    });
 }
 
 void switch_daemon::run() {
@@ -116,10 +140,13 @@ void switch_daemon::handle_signal(int fd) {
 void switch_daemon::reload() {
     notify_reloading();
     try {
-        state_.reload(load_chassis(chassis_file_));
+        chassis_model chassis = load_chassis(chassis_file_);
+        add_line_cards(chassis);
+        state_.reload(std::move(chassis));
     } catch (const std::exception &error) {
         std::fprintf(stderr, "%s: not reloaded: %s\n", program_name, error.what());
     }
+    remove_absent_line_cards();
     notify_ready();
 }
 

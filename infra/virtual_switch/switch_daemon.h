@@ -3,12 +3,14 @@
 #ifndef VIRTUAL_SWITCH_SWITCH_DAEMON_H
 #define VIRTUAL_SWITCH_SWITCH_DAEMON_H
 
+#include <map>
 #include <memory>
 #include <string>
 
 #include "chassis/switch_state.h"
 #include "platform_dev/chassis_db.h"
 #include "platform_dev/mts_service.h"
+#include "services/line_card.h"
 
 namespace virtual_switch {
 
@@ -34,6 +36,9 @@ class switch_daemon {
 
     void take_signals();
     void add_services();
+    void add_line_cards(const chassis_model &chassis);
+    void remove_absent_line_cards();
+    void add_service(uint32_t node, uint32_t sap, mts_service_t service, void *context);
     void handle_signal(int fd);
     void reload();
 
@@ -45,6 +50,7 @@ class switch_daemon {
     std::string runtime_dir_;
     std::unique_ptr<platform_dev::chassis_publisher> publisher_;
     switch_state state_;
+    std::map<uint8_t, line_card_context> line_cards_;  // those whose services are there, by slot
     std::unique_ptr<mts_server_t, server_deleter> server_;
     int signal_fd_ = -1;
 };

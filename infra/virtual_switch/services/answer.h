@@ -17,8 +17,8 @@ using port_list = std::vector<const port *>;
 // A status alone, as every refusal is answered.
 void answer_status(mts_reply_t *reply, uint32_t status);
 
-// Starts an answer of records that have `size` bytes in all. Returns where they go, or null after having answered that
-// they do not fit.
+// Starts an answer of records that has room for `size` bytes behind its header. Returns where they go, zeroed, or null
+// after having answered that it is too large.
 uint8_t *start_answer(mts_reply_t *reply, size_t records, size_t size);
 
 // Full records with the attribute elements of their ports; owners travel only with a single record.

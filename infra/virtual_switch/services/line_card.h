@@ -10,7 +10,8 @@ namespace virtual_switch {
 // The context of a line card's services. There is a module in the slot as long as they serve.
 struct line_card_context {
     switch_state *state;
-    uint8_t slot;  // counted from 0
+    uint8_t slot;           // counted from 0
+    switch_time started{};  // when its services began
 };
 
 }  // namespace virtual_switch

@@ -27,14 +27,6 @@ bool owns_configuration(const chassis_model &model, if_index_t if_index, uint32_
     return is_port_channel(if_index) || owns(model, if_index, sap);
 }
 
-uint32_t select_ranges(const chassis_model &model, pm::byte_reader ranges, uint32_t count, port_list &ports) {
-    for (uint32_t i = 0; i < count; ++i) {
-        const uint32_t status = select_range(model, read_range(ranges), ports);
-        if (status != 0) return status;
-    }
-    return 0;
-}
-
 void select_all(const chassis_model &model, port_list &ports) {
     for (const auto &[if_index, at] : model.ports) ports.push_back(&at);
 }
@@ -70,6 +62,14 @@ port_run ports_in(const chassis_model &model, const pm_if_index_range_t &range) 
     const if_index_t last = range.last;
     if (first > last || type_of(first) != type_of(last)) return {model.ports.end(), model.ports.end()};
     return {model.ports.lower_bound(first), model.ports.upper_bound(last)};
+}
+
+uint32_t select_ranges(const chassis_model &model, pm::byte_reader ranges, uint32_t count, port_list &ports) {
+    for (uint32_t i = 0; i < count; ++i) {
+        const uint32_t status = select_range(model, read_range(ranges), ports);
+        if (status != 0) return status;
+    }
+    return 0;
 }
 
 uint32_t select_ports(const chassis_model &model, const port_request &request, port_list &ports) {

@@ -37,6 +37,10 @@ class port_run {
 // The existing ports of a range; none when it is backwards or of two types.
 port_run ports_in(const chassis_model &model, const pm_if_index_range_t &range);
 
+// Selects the ports of ranges that follow one another, each of which must name some. Returns 0, or the status of the
+// refusal.
+uint32_t select_ranges(const chassis_model &model, pm::byte_reader ranges, uint32_t count, port_list &ports);
+
 // Selects the ports of a request for port information. Returns 0, or the status of the refusal.
 uint32_t select_ports(const chassis_model &model, const port_request &request, port_list &ports);
 

@@ -9,6 +9,7 @@
 #include "services/request_payload.h"
 #include "services/set_service.h"
 #include "services/sub_interface_service.h"
+#include "services/transceiver_service.h"
 
 namespace virtual_switch {
 namespace {
@@ -40,6 +41,7 @@ constexpr std::array operations{
     operation{MTS_OPC_PM_GET_STARTUP_IF_INDEX_LISTING, transport::any, serve_startup_listing},
     operation{CMI_OPC_PM_SET_PORT_CONFIG, transport::cmi_only, serve_set},
     operation{CMI_OPC_PM_GET_PORT_CONFIG, transport::cmi_only, query<select_configured_ports, answer_configured_ports>},
+    operation{CMI_OPC_PM_GET_FCOT_INFO, transport::cmi_only, serve_transceivers},
     operation{CMI_OPC_PM_CONFIG_SUB_INTF, transport::cmi_only, serve_sub_interfaces},
     operation{CMI_OPC_PM_CONFIG_LOOPBACK, transport::cmi_only, serve_loopbacks},
     operation{CMI_OPC_PM_GET_MODULE_INTF_LISTING, transport::cmi_only, query<select_module_ports, answer_ports>},
