@@ -27,6 +27,8 @@ struct reading {
     int32_t high_warning;
     int32_t low_warning;
     int32_t low_alarm;
+
+    bool operator==(const reading &) const = default;
 };
 
 using readings = std::array<reading, quantities>;  // by quantity

@@ -11,7 +11,10 @@
 #include "chassis/chassis_file.h"
 #include "chassis/module_kind.h"
 #include "chassis/port_settings.h"
+#include "chassis/transceiver_keys.h"
 #include "names.h"
+#include "sff8472/code_names.h"
+#include "sff8472/identification.h"
 
 namespace {
 
@@ -136,6 +139,83 @@ TEST(fixed, has_the_ports_and_channels_of_a_fixed_switch) {
     EXPECT_EQ(model.members.size(), 2u);
 }
 
+sff8472::readings readings_of(const chassis_model &model, const char *name, int seconds) {
+    const virtual_switch::transceiver *const at = model.plugged_into(index_of(name));
+    const auto page = diagnostics_at(*at, index_of(name), {true, true}, std::chrono::seconds(seconds));
+    return sff8472::read_diagnostics(page, at->is_externally_calibrated());
+}
+
+TEST(director, has_many_transceivers) {
+    const chassis_model model = load("director.toml");
+    std::set<std::string> parts;
+    std::set<std::string> technologies;
+    std::set<std::string> numbers;
+    size_t plugged_in = 0;
+    for (const auto &[if_index, at] : model.ports) {
+        const virtual_switch::transceiver *const found = model.plugged_into(if_index);
+        if (found == nullptr) continue;
+        ++plugged_in;
+        const sff8472::identification id = sff8472::identify(found->serial_id);
+        EXPECT_TRUE(id.checksums_are_right);
+        parts.insert(id.part_number);
+        technologies.insert(id.technology);
+        numbers.insert(id.serial_number);
+    }
+    EXPECT_EQ(plugged_in, 48u + 48 + 4 + 36 + 8);
+    EXPECT_EQ(numbers.size(), plugged_in);
+    EXPECT_THAT(parts, testing::ElementsAre("IO-10G-LR", "IO-10G-SR", "IO-1G-SX", "IO-1G-T", "IO-FC16-LW",
+                                            "IO-FC8-DW-5012", "IO-FC8-SW", "SC-SFP-10G-3M", "SP-10GSR-85"));
+    EXPECT_THAT(technologies, testing::ElementsAre("1000BASE-SX", "1000BASE-T", "10GBASE-LR", "10GBASE-SR",
+                                                   "long wave laser", "passive copper cable", "short wave laser"));
+}
+
+TEST(director, has_transceivers_that_raise_alarms) {
+    const chassis_model model = load("director.toml");
+    using sff8472::level;
+    constexpr auto bias = static_cast<size_t>(sff8472::quantity::bias);
+    constexpr auto rx_power = static_cast<size_t>(sff8472::quantity::rx_power);
+    EXPECT_EQ(level_of(readings_of(model, "fc1/30", 0)[bias]), level::high_alarm);
+    std::set<level> levels;
+    for (int seconds = 0; seconds < 600; ++seconds)
+        levels.insert(level_of(readings_of(model, "fc1/17", seconds)[rx_power]));
+    EXPECT_THAT(levels, testing::ElementsAre(level::normal, level::low_warning, level::low_alarm));
+}
+
+TEST(director, has_a_transceiver_that_the_host_calibrates_from_a_dump) {
+    const chassis_model model = load("director.toml");
+    const virtual_switch::transceiver *const dwdm = model.plugged_into(index_of("fc2/25"));
+    EXPECT_TRUE(dwdm->is_externally_calibrated());
+    EXPECT_EQ(sff8472::identify(dwdm->serial_id).wavelength, 155012u);
+    EXPECT_EQ(sff8472::identify(dwdm->serial_id).serial_number, "IOD23410077");
+    const sff8472::readings readings = readings_of(model, "fc2/25", 0);
+    EXPECT_NEAR(readings[1].value, 32800, 1);
+    EXPECT_NEAR(readings[2].value, 62 * 500, 1);
+    EXPECT_NEAR(readings[3].value, 16218, 1);
+    EXPECT_EQ(level_of(readings[4]), sff8472::level::normal);
+}
+
+TEST(fixed, has_transceivers_of_both_media) {
+    const chassis_model model = load("fixed.toml");
+    const auto part = [&](const char *name) {
+        return sff8472::identify(model.plugged_into(index_of(name))->serial_id).part_number;
+    };
+    EXPECT_EQ(part("fc1/2"), "IO-FC8-LW");
+    EXPECT_EQ(part("fc1/3"), "IO-FC8-SW");
+    EXPECT_EQ(part("Ethernet2/1"), "IO-SFP-10G-1M");
+    EXPECT_EQ(model.plugged_into(index_of("fc1/9")), nullptr);
+}
+
+TEST(chassis_document, names_every_word_of_transceivers) {
+    std::ifstream file(source_folder + "/docs/chassis-file.md");
+    const std::string document{std::istreambuf_iterator<char>(file), {}};
+    const auto expect_word = [&](std::string_view word) {
+        EXPECT_THAT(document, testing::HasSubstr("`\"" + std::string(word) + "\"`"));
+    };
+    for (const auto &known : sff8472::identifiers) expect_word(known.name);
+    for (const auto &known : sff8472::connectors) expect_word(known.name);
+    for (const auto &known : sff8472::technologies) expect_word(known.name);
+}
+
 TEST(chassis_document, names_every_key_and_kind_of_module) {
     std::ifstream file(source_folder + "/docs/chassis-file.md");
     const std::string document{std::istreambuf_iterator<char>(file), {}};
@@ -143,6 +223,11 @@ TEST(chassis_document, names_every_key_and_kind_of_module) {
         EXPECT_THAT(document, testing::HasSubstr("| `" + std::string(key) + "` |"));
     for (const std::string_view key : virtual_switch::counter_keys)
         EXPECT_THAT(document, testing::ContainsRegex("`" + std::string(key) + "[` ]"));
+    std::vector<std::string_view> keys(virtual_switch::transceiver_keys().begin(),
+                                       virtual_switch::transceiver_keys().end());
+    keys.insert(keys.end(), virtual_switch::reading_keys.begin(), virtual_switch::reading_keys.end());
+    for (const std::string_view key : keys)
+        EXPECT_THAT(document, testing::HasSubstr("\n| `" + std::string(key) + "` |"));
     for (const auto &kind : virtual_switch::module_kinds)
         EXPECT_THAT(document, testing::HasSubstr("| `\"" + std::string(kind.word) + "\"` |"));
 }
