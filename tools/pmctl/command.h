@@ -4,6 +4,7 @@
 #define PMCTL_COMMAND_H
 
 #include <cstdint>
+#include <functional>
 #include <map>
 #include <span>
 #include <string>
@@ -28,6 +29,7 @@ enum class argument_content : uint8_t {
     interfaces,  // names and ranges of interfaces, with commas between
     setting,     // the words of a setting
     module,      // the number of a module
+    type,        // a type of interfaces
     file,        // the name of a file
     seconds,     // a number of seconds to wait
     command      // the words of a command
@@ -79,6 +81,8 @@ struct command_result {
     std::vector<std::string> failures;
 };
 
+using command_function = std::function<command_result(const arguments &)>;
+
 // A command, or the head of a family of commands, which has no function of its own.
 struct command {
     std::string_view words;  // "show interface brief"
@@ -86,6 +90,7 @@ struct command {
     std::span<const argument> takes;
     const char *examples;                      // one a line, indented
     command_result (*run)(const arguments &);  // null for the head of a family
+    command_function (*watched)() = nullptr;   // instead of `run`, for one that remembers between drawings
 };
 
 }  // namespace pmctl

@@ -12,10 +12,10 @@
 
 namespace pmctl {
 
-answer run_command(const invocation &call) try {
+answer run_command(const invocation &call, const command_function &run) try {
     if (call.what == nullptr) return {exit_done, {{}, call.text}, {}};
     check_words(*call.what, call.given);
-    command_result result = call.what->run(call.given);
+    command_result result = run(call.given);
     return {result.failures.empty() ? exit_done : exit_failed, std::move(result.output), std::move(result.failures)};
 } catch (const usage_errors &errors) {
     return {exit_usage, {}, errors.lines()};
@@ -28,7 +28,7 @@ answer run_command(const invocation &call) try {
 }
 
 outcome carry_out(const invocation &call, const terminal &on) try {
-    answer found = run_command(call);
+    answer found = run_command(call, call.what == nullptr ? nullptr : call.what->run);
     return {found.status, render(found.output, on), std::move(found.messages)};
 } catch (const std::bad_alloc &) {
     return {exit_failed, {}, {"out of memory"}};

@@ -23,10 +23,10 @@ struct answer {
     std::vector<std::string> messages;
 };
 
-// Carries out what parse_command_line found. Does not throw.
-answer run_command(const invocation &call);
+// Carries out what parse_command_line found, a command by this function of it. Does not throw.
+answer run_command(const invocation &call, const command_function &run);
 
-// The same, with the output as text for `on`. Does not throw.
+// Carries out what parse_command_line found once, with the output as text for `on`. Does not throw.
 outcome carry_out(const invocation &call, const terminal &on = {});
 
 // How a message looks on standard error.

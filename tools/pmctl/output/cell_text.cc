@@ -19,6 +19,8 @@ const char *look_of(const cell &from) {
     switch (from.tone) {
         case tone::good:
             return from.changed ? "32;7" : "32";
+        case tone::warning:
+            return from.changed ? "33;7" : "33";
         case tone::bad:
             return from.changed ? "31;7" : "31";
         default:

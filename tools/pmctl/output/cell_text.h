@@ -7,7 +7,8 @@
 
 namespace pmctl {
 
-// How a cell looks: its tone in green or red; a change in reverse video, or, without colours, with '*' behind it.
+// How a cell looks: its tone in green, yellow or red; a change in reverse video, or, without colours, with '*' behind
+// it.
 struct cell_text {
     std::string text;  // with the sequences that colour it
     size_t width;      // in columns

@@ -38,10 +38,10 @@ std::string name_key(std::string_view index_key) {
 }
 
 ordered_json words_of(const record_member &member, words_function words, std::span<const std::byte> record) {
-    if (member.place.count == 1) return words(number_of(member, record));
+    if (member.place.count == 1) return words(code_of(member, record));
     ordered_json array = ordered_json::array();
     for (size_t element = 0; element < member.place.count; ++element)
-        array.push_back(words(number_of(member, record, element)));
+        array.push_back(words(code_of(member, record, element)));
     return array;
 }
 
@@ -69,7 +69,7 @@ ordered_json object_of(std::span<const member_group> groups, std::span<const std
 ordered_json object_of(const json_fields &fields) {
     ordered_json object = ordered_json::object();
     for (const auto &[key, value] : fields)
-        std::visit([&object, name = std::string(key)](const auto &held) { object[name] = held; }, value);
+        std::visit([&object, &name = key](const auto &held) { object[name] = held; }, value);
     return object;
 }
 

@@ -2,6 +2,7 @@
 #ifndef PMCTL_OUTPUT_JSON_TEXT_H
 #define PMCTL_OUTPUT_JSON_TEXT_H
 
+#include <cstddef>
 #include <utility>
 #include <variant>
 
@@ -16,7 +17,9 @@ namespace pmctl {
 std::string json_text(std::string_view array, std::span<const member_group> groups, const record_list &records);
 
 // An object as a list of keys and values, in the order in which they are written.
-using json_fields = std::vector<std::pair<std::string_view, std::variant<bool, uint32_t, std::string>>>;
+using json_value =
+    std::variant<std::nullptr_t, bool, uint32_t, uint64_t, double, std::string, std::vector<std::string>>;
+using json_fields = std::vector<std::pair<std::string, json_value>>;
 
 // The same document with these objects in its array.
 std::string json_text(std::string_view array, const std::vector<json_fields> &objects);

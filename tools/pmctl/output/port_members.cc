@@ -1,16 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "output/port_members.h"
 
-#include <type_traits>
-
+#include "output/member_place.h"
 #include "port_mgr/port_info_record.h"
 #include "port_mgr/port_info_response.h"
 #include "port_mgr/port_state_reason.h"
 #include "port_mgr/port_strings.h"
 
-// A member's place, and that of one element of an array. Pointers to members would lose the records' packing.
-#define PLACE_IN(record, member) \
-    place_of<std::remove_all_extents_t<decltype(record::member)>>(offsetof(record, member), sizeof(record::member))
 #define PLACE(member) PLACE_IN(pm_port_info_t, member)
 #define BRIEF(member) PLACE_IN(pm_port_info_brief_t, member)
 #define ELEMENT(member, index) element_of(PLACE(member), index)
@@ -68,15 +64,6 @@ constexpr tone state_tone(uint32_t state) {
         default:
             return tone::plain;
     }
-}
-
-template <typename Element>
-constexpr member_place place_of(size_t offset, size_t size) {
-    return {static_cast<uint16_t>(offset), sizeof(Element), static_cast<uint16_t>(size / sizeof(Element))};
-}
-
-constexpr member_place element_of(member_place array, uint16_t index) {
-    return {static_cast<uint16_t>(array.offset + index * array.size), array.size, 1};
 }
 
 // The interface index comes first: it heads the list.

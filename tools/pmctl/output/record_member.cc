@@ -15,20 +15,22 @@ namespace pmctl {
 namespace {
 
 template <typename Number>
-uint32_t load(std::span<const std::byte> bytes) {
+uint64_t load(std::span<const std::byte> bytes) {
     Number number;
     std::memcpy(&number, bytes.data(), sizeof number);
     return number;
 }
 
-uint32_t load_number(std::span<const std::byte> bytes) {
+uint64_t load_number(std::span<const std::byte> bytes) {
     switch (bytes.size()) {
         case sizeof(uint8_t):
             return load<uint8_t>(bytes);
         case sizeof(uint16_t):
             return load<uint16_t>(bytes);
-        default:
+        case sizeof(uint32_t):
             return load<uint32_t>(bytes);
+        default:
+            return load<uint64_t>(bytes);
     }
 }
 
@@ -49,9 +51,9 @@ words_function shown_words(const record_member &member) {
 
 std::string words_text(const record_member &member, std::span<const std::byte> record) {
     const words_function words = shown_words(member);
-    std::string text = or_absent(words(number_of(member, record)));
+    std::string text = or_absent(words(code_of(member, record)));
     for (size_t element = 1; element < member.place.count; ++element)
-        text += ", " + or_absent(words(number_of(member, record, element)));
+        text += ", " + or_absent(words(code_of(member, record, element)));
     return text;
 }
 
@@ -64,10 +66,14 @@ std::string numbers_text(const record_member &member, std::span<const std::byte>
 
 }  // namespace
 
-uint32_t number_of(const record_member &member, std::span<const std::byte> record, size_t element) {
+uint64_t number_of(const record_member &member, std::span<const std::byte> record, size_t element) {
     const member_place &place = member.place;
-    const uint32_t number = load_number(record.subspan(place.offset + element * place.size, place.size));
-    return is_network_order(member.format) ? ntohl(number) : number;
+    const uint64_t number = load_number(record.subspan(place.offset + element * place.size, place.size));
+    return is_network_order(member.format) ? ntohl(static_cast<uint32_t>(number)) : number;
+}
+
+uint32_t code_of(const record_member &member, std::span<const std::byte> record, size_t element) {
+    return static_cast<uint32_t>(number_of(member, record, element));
 }
 
 bool is_absent(const record_member &member, std::span<const std::byte> record) {
@@ -80,7 +86,7 @@ std::string_view characters_of(const record_member &member, std::span<const std:
 }
 
 std::string address_text(const record_member &member, std::span<const std::byte> record) {
-    const uint32_t number = number_of(member, record);
+    const uint32_t number = code_of(member, record);
     switch (member.format) {
         case member_format::ipv4:
             return ipv4_text(number);
@@ -109,7 +115,7 @@ std::string display_text(const record_member &member, std::span<const std::byte>
 
 cell display_cell(const record_member &member, std::span<const std::byte> record) {
     const bool has_tone = member.tone_of != nullptr && !is_absent(member, record);
-    return {display_text(member, record), has_tone ? member.tone_of(number_of(member, record)) : tone::plain};
+    return {display_text(member, record), has_tone ? member.tone_of(code_of(member, record)) : tone::plain};
 }
 
 }  // namespace pmctl

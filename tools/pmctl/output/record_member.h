@@ -44,7 +44,7 @@ struct record_member {
     member_place place;
     member_format format;
     words_function words = nullptr;              // "KEY_text" in JSON; people see them instead of the number
-    std::optional<uint32_t> absent = {};         // the value (after byte order) of a port that does not have this
+    std::optional<uint64_t> absent = {};         // the value (after byte order) of a port that does not have this
     tone (*tone_of)(uint32_t number) = nullptr;  // of a number that is good or bad news
     words_function keyword = nullptr;            // "KEY_keyword" in JSON
     words_function in_column = nullptr;          // what people see where room is scarce
@@ -69,8 +69,9 @@ record_list records_of(std::span<const Record> records) {
 // Shown for what a port does not have.
 inline constexpr std::string_view absent_text = "-";
 
-// One element of a member that holds numbers.
-uint32_t number_of(const record_member &member, std::span<const std::byte> record, size_t element = 0);
+// One element of a member that holds numbers. Those that have words are at most 32 bits wide.
+uint64_t number_of(const record_member &member, std::span<const std::byte> record, size_t element = 0);
+uint32_t code_of(const record_member &member, std::span<const std::byte> record, size_t element = 0);
 
 bool is_absent(const record_member &member, std::span<const std::byte> record);
 

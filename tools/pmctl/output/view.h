@@ -9,7 +9,7 @@
 
 namespace pmctl {
 
-enum class tone : uint8_t { plain, good, bad };
+enum class tone : uint8_t { plain, good, warning, bad };
 
 struct cell {
     std::string text;

@@ -38,7 +38,7 @@ class watcher {
         for (steady_time drawn = surroundings_.now();; drawn = next_drawing(drawn, interval, surroundings_.now())) {
             surroundings_.wait_until(drawn, draws_over_);
             if (surroundings_.is_over()) return exit_done;
-            answer found = run_command(call_);
+            answer found = run_command(call_, run_);
             if (surroundings_.is_over()) return exit_done;  // which the answer may suffer from
             if (found.status == exit_usage) {
                 tell(found.messages);
@@ -81,6 +81,7 @@ class watcher {
     }
 
     const invocation &call_;
+    command_function run_ = call_.what->watched == nullptr ? call_.what->run : call_.what->watched();
     watch_surroundings &surroundings_;
     std::string seconds_;
     view before_;
