@@ -22,7 +22,9 @@ bool is_of_type(const json &value, const json &type) {
 void expect_type(const std::string &key, const json &value, const json &property) {
     EXPECT_TRUE(is_of_type(value, property.at("type"))) << key << " is " << value;
     if (!value.is_array()) return;
-    EXPECT_EQ(value.size(), property.at("minItems")) << key;
+    if (property.contains("minItems")) {
+        EXPECT_EQ(value.size(), property.at("minItems")) << key;
+    }
     for (const json &element : value) expect_type(key, element, property.at("items"));
 }
 

@@ -8,10 +8,14 @@
 #include "commands/config.h"
 #include "commands/help.h"
 #include "commands/show_capabilities.h"
+#include "commands/show_counters.h"
+#include "commands/show_host_interface.h"
 #include "commands/show_interface.h"
+#include "commands/show_inventory.h"
 #include "commands/show_module.h"
 #include "commands/show_reasons.h"
 #include "commands/show_running_config.h"
+#include "commands/show_transceiver.h"
 
 namespace pmctl {
 namespace {
@@ -97,9 +101,47 @@ constexpr argument module_arguments[] = {
     json_flag,
 };
 
+constexpr argument index_arguments[] = {
+    {"--type", option, "Show one type of interfaces: a word such as ethernet, or a number", content::type, {}, "TYPE"},
+    json_flag,
+    watch_option,
+};
+
+constexpr argument counter_arguments[] = {
+    {"NAME", words, "Interfaces or ranges of them: Ethernet4/1-12, fcip3; none: every one that has counters",
+     content::interfaces},
+    json_flag,
+    watch_option,
+};
+
+constexpr argument transceiver_arguments[] = {
+    {"NAME", words, "Interfaces or ranges of them: fc1/1-12, Ethernet4/1; none: every one that takes a transceiver",
+     content::interfaces},
+    json_flag,
+    watch_option,
+};
+
+constexpr argument resource_arguments[] = {
+    {"N", word, "The number of a module, counted from 1; none: every module", content::module},
+    json_flag,
+};
+
+constexpr argument host_interface_arguments[] = {
+    {"NAME", word, "The kernel's name of a network interface of this machine", content::text, {}, "", true},
+    json_flag,
+    watch_option,
+};
+
+constexpr argument cleared_arguments[] = {
+    {"RANGE", words, "Interfaces or ranges of them: Ethernet4/1-12, fcip3", content::interfaces, {}, "", true},
+};
+
 constexpr argument running_config_arguments[] = {optional_names};
 
 constexpr command commands[] = {
+    {"clear", "Set back what the switch counts", {}, "", nullptr},
+    {"clear counters", "Set the counters of interfaces to 0", cleared_arguments,
+     "  pmctl clear counters Ethernet4/1-12, fcip3\n", run_clear_counters},
     {"complete", "", complete_arguments, "", run_complete},
     {"config", "Change the configuration, by the lines of a file", file_arguments,
      "  pmctl config lab.cfg\n"
@@ -127,6 +169,11 @@ constexpr command commands[] = {
      "  pmctl help show interface\n",
      run_help},
     {"show", "Show what the switch knows", {}, "", nullptr},
+    {"show host", "Show what this machine knows", {}, "", nullptr},
+    {"show host interface", "Show the counters of a network interface of this machine", host_interface_arguments,
+     "  pmctl show host interface lo\n"
+     "  pmctl show host interface eth0 --watch 1\n",
+     run_show_host_interface},
     {"show interface", "Show all that the switch knows about interfaces", interface_arguments,
      "  pmctl show interface fc1/1\n"
      "  pmctl show interface fc1/1-12,fc2/3 port-channel5 mgmt0\n"
@@ -142,14 +189,35 @@ constexpr command commands[] = {
      "  pmctl show interface capabilities fc1/1-2 Ethernet4/1\n"
      "  pmctl show interface capabilities --all --json\n",
      run_show_capabilities},
+    {"show interface counters", "Show what is counted of Ethernet-like ports and FCIP tunnels", counter_arguments,
+     "  pmctl show interface counters\n"
+     "  pmctl show interface counters Ethernet4/1-4 fcip3 --watch 1\n"
+     "  pmctl show interface counters --json\n",
+     run_show_counters, watched_counters},
+    {"show interface index", "Show the indexes of interfaces, by their type", index_arguments,
+     "  pmctl show interface index\n"
+     "  pmctl show interface index --type ethernet --json\n",
+     run_show_index},
     {"show interface reasons", "Show why ports can be in a state: codes, keywords, messages", reason_arguments,
      "  pmctl show interface reasons\n"
      "  pmctl show interface reasons --all --json\n",
      run_show_reasons},
+    {"show interface transceiver", "Show one line for each transceiver, with its readings", transceiver_arguments,
+     "  pmctl show interface transceiver\n"
+     "  pmctl show interface transceiver fc1/1-4 --watch 5\n",
+     run_show_transceiver},
+    {"show interface transceiver details", "Show all about transceivers, thresholds included", transceiver_arguments,
+     "  pmctl show interface transceiver details fc1/1\n"
+     "  pmctl show interface transceiver details --json\n",
+     run_show_transceiver_details},
     {"show module", "Show one line for each interface of a module", module_arguments,
      "  pmctl show module 3 interfaces\n"
      "  pmctl show module 3 interfaces --json\n",
      run_show_module},
+    {"show module resources", "Show how much of the resources of modules is in use", resource_arguments,
+     "  pmctl show module resources\n"
+     "  pmctl show module resources 3 --json\n",
+     run_show_resources},
     {"show running-config", "Show the settings of interfaces as command lines", running_config_arguments,
      "  pmctl show running-config\n"
      "  pmctl show running-config fc1/1-4 port-channel5\n",

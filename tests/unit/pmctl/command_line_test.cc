@@ -164,7 +164,7 @@ INSTANTIATE_TEST_SUITE_P(
                  "create --help"},
         bad_line{{"show", "module"}, "show module needs N; see pmctl show module --help"},
         bad_line{{"show", "module", "3"}, "show module needs interfaces; see pmctl show module --help"},
-        bad_line{{"show", "module", "3", "interfaces", "4"}, "show module does not take: 4"},
+        bad_line{{"show", "module", "3", "interfaces", "4"}, "not a known word here: 4; see pmctl show module --help"},
         bad_line{{"show", "interface", "brief", "--all"}, "show interface brief does not take: --all"},
         bad_line{{"show", "interface", "brief", "fc1/1"}, "show interface brief does not take: fc1/1"},
         bad_line{{"show", "interface", "fc1/1", "brief"}, "show interface brief does not take: fc1/1"}));

@@ -5,6 +5,7 @@
 
 #include <gmock/gmock.h>
 
+#include "fixed_records.h"
 #include "outcome.h"
 #include "scripted_switch.h"
 
@@ -33,6 +34,15 @@ class command_test : public testing::Test {
 
     static void refuse_configured(const char *interfaces, uint32_t status) {
         the_switch.configured[interfaces] = {0, status, {}};
+    }
+
+    // Interfaces of the switch, as every query of all of them says.
+    static void exist(const std::vector<const char *> &names) {
+        for (const char *name : names) {
+            pm_port_info_brief_t port = bare_brief_port();
+            port.if_index = index_named(name);
+            the_switch.brief_ports.push_back(port);
+        }
     }
 
     static void refuse(const char *range, uint32_t status) { the_switch.ranges[range] = {0, status, {}}; }

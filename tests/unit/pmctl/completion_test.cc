@@ -58,6 +58,9 @@ TEST(completions, are_values_of_options) {
     EXPECT_THAT(completed({"--color", "n"}), ElementsAre("never"));
     EXPECT_THAT(completed({"show", "interface", "--color=a"}), ElementsAre("--color=auto", "--color=always"));
     EXPECT_THAT(completed({"show", "interface", "--watch", ""}), IsEmpty());
+    EXPECT_THAT(completed({"show", "interface", "index", "--type", "ip"}), ElementsAre("ips"));
+    EXPECT_THAT(completed({"show", "interface", "index", "--type=ether"}),
+                ElementsAre("--type=ethernet", "--type=ethernet-sfp"));
     EXPECT_THAT(completed({"--json=1", ""}), IsEmpty());
     EXPECT_THAT(completed({"--xyz=a"}), IsEmpty());
     EXPECT_EQ(times_asked, 0);
@@ -100,9 +103,9 @@ TEST(completions, are_settings_after_names) {
 }
 
 TEST(completions, follow_the_places_of_a_command) {
-    EXPECT_THAT(completed({"show", "module", ""}), IsEmpty());
-    EXPECT_THAT(completed({"show", "module", "3", ""}), ElementsAre("interfaces"));
-    EXPECT_THAT(completed({"show", "module", "3", "interfaces", ""}), IsEmpty());
+    EXPECT_THAT(completed({"show", "module", ""}), ElementsAre("resources"));
+    EXPECT_THAT(completed({"show", "module", "3", ""}), ElementsAre("resources", "interfaces"));
+    EXPECT_THAT(completed({"show", "module", "3", "interfaces", ""}), ElementsAre("resources"));
     EXPECT_THAT(completed({"config", ""}), ElementsAre("interface", "loopback", "subinterface"));
     EXPECT_THAT(completed({"config", "lab"}), IsEmpty());
 }

@@ -100,6 +100,7 @@ mts_handle_t mts_dev_open() {
     errno = the_switch.open_error;
     if (the_switch.open_error != 0) return 0;
     ++the_switch.open_handles;
+    the_switch.last_error = 0;
     return the_handle;
 }
 

@@ -5,10 +5,15 @@
 #define TESTS_UNIT_PMCTL_SCRIPTED_SWITCH_H
 
 #include <map>
+#include <optional>
 #include <string>
 #include <vector>
 
+#include "port_mgr/ethernet_stats.h"
+#include "port_mgr/net_dev_stats.h"
 #include "port_mgr/port_info_response.h"
+#include "port_mgr/sfp_diagnostics.h"
+#include "port_mgr/transceiver_info.h"
 
 // A change that the switch was asked for.
 struct asked_change {
@@ -42,12 +47,42 @@ struct scripted_switch {
     std::vector<std::string> silent;                 // interfaces that no service says anything about
     uint32_t creation_status = 0;
 
+    // By the name of the interface; one that is not here is in no answer.
+    std::map<std::string, pm_fcot_info_t> transceivers;
+    std::map<std::string, uint32_t> transceiver_statuses;  // of a request, by its first interface; else 0
+    bool transceivers_are_lost = false;                    // as when memory runs out for them
+
+    struct line_card_readings {
+        uint32_t status = 0;
+        pm_sfp_diag_info_t info{};
+        std::optional<pm_sfp_diag_extra_t> extra;
+    };
+    std::map<std::string, line_card_readings> readings;  // by the name; else the line card is not there
+
+    struct counter_answer {
+        int32_t status = 0;
+        uint32_t error = 0;  // the transport's
+        pm_eth_stats_t stats{};
+    };
+    std::map<std::string, counter_answer> counters;  // by the name; else the line card is not there
+
+    struct payload_answer {
+        uint32_t request_status = 0;
+        std::vector<uint8_t> payload;
+    };
+    std::map<uint8_t, payload_answer> listings;    // by the type of interfaces
+    std::map<uint16_t, payload_answer> resources;  // by the module
+
+    std::map<std::string, pm_net_dev_stats_t> host_interfaces;  // of this machine
+
     std::vector<asked_change> changes;
     std::vector<std::string> asked_by;  // the two texts of each set
 
-    std::vector<std::string> asked;  // every query: "all", "brief", "next", "first last", "module 3 type 1"
+    std::vector<std::string>
+        asked;  // every query: "all", "brief", "next", "first last", "module 3 type 1", "read Ethernet4/1"
     int open_handles = 0;
     int undropped_messages = 0;
+    uint32_t last_error = 0;  // the transport's, of the handle opened last
 };
 
 // The switch that the functions below answer for; a test replaces it.

@@ -6,6 +6,7 @@
 
 #include <cerrno>
 #include <functional>
+#include <nlohmann/json.hpp>
 
 #include "failure.h"
 #include "fixed_records.h"
@@ -14,6 +15,7 @@
 
 namespace {
 
+using nlohmann::json;
 using std::chrono::milliseconds;
 using std::chrono::seconds;
 using testing::ElementsAre;
@@ -197,6 +199,44 @@ TEST_F(watch, prints_one_json_document_each_time_without_marks) {
     }
     EXPECT_THAT(around_.drawings[1], HasSubstr("\"oper_state\": 2,"));
     EXPECT_THAT(around_.last_words, IsEmpty());
+}
+
+// What the counters of a port have reached at a drawing.
+void count_frames(uint64_t frames) {
+    pm_eth_stats_t stats{};
+    stats.result = 1;
+    stats.traffic[PM_ETH_TRAFFIC_TX].frames = frames;
+    the_switch.counters["Ethernet2/1"] = {0, 0, stats};
+}
+
+json transmitted_a_second(const std::string &document) {
+    return json::parse(document)["interfaces"].at(0).at("tx_frames_per_second");
+}
+
+TEST_F(watch, measures_rates_from_drawing_to_drawing) {
+    the_switch.brief_ports[0].if_index = index_named("Ethernet2/1");
+    around_.steps = {[] { count_frames(1000); }, [] { count_frames(1000); }, [] { count_frames(UINT64_MAX / 4); },
+                     [] { the_switch.counters.clear(); }, [] { count_frames(0); }};
+    EXPECT_EQ(run({"show", "interface", "counters", "--watch", "1", "--json"}), 0);
+    ASSERT_THAT(around_.drawings, SizeIs(5));
+    EXPECT_TRUE(transmitted_a_second(around_.drawings[0]).is_null());
+    EXPECT_EQ(transmitted_a_second(around_.drawings[1]), 0);
+    EXPECT_GT(transmitted_a_second(around_.drawings[2]), 1000000u);
+    EXPECT_THAT(around_.told, ElementsAre("Ethernet2/1: its line card does not answer"));
+    EXPECT_EQ(transmitted_a_second(around_.drawings[4]), 0) << "it began again";
+}
+
+TEST_F(watch, begins_to_measure_with_each_run) {
+    the_switch.brief_ports[0].if_index = index_named("Ethernet2/1");
+    count_frames(1000);
+    for (int again = 0; again < 2; ++again) {
+        around_ = {};
+        around_.steps = {[] {}};
+        EXPECT_EQ(run({"show", "interface", "counters", "--watch", "1"}), 0);
+        EXPECT_THAT(around_.drawings.at(0), HasSubstr("\nTransmitted\nInterface    Bytes/s  Frames/s  Errors/s  Bytes  "
+                                                      "Frames  Unicast  Multicast  Broadcast  Errors  Drops\n"
+                                                      "Ethernet2/1  -        -         -         0      1000    0"));
+    }
 }
 
 TEST_F(watch, asks_nothing_when_it_is_over) {

@@ -4,13 +4,14 @@
 #include <algorithm>
 #include <charconv>
 
-#include <fmt/core.h>
+#include <fmt/format.h>
 
 #include "command_line/interface_words.h"
 #include "command_line/suggestion.h"
 #include "command_table.h"
 #include "failure.h"
 #include "settings/setting_reader.h"
+#include "switch/interface_types.h"
 
 namespace pmctl {
 namespace {
@@ -40,6 +41,7 @@ void check_word(const argument &taken, const std::string &word) {
     if (taken.content == argument_content::choice) check_choice(taken, word);
     if (taken.content == argument_content::seconds) parse_seconds(word);
     if (taken.content == argument_content::module) parse_module(word);
+    if (taken.content == argument_content::type) parse_type(word);
 }
 
 void check_argument(const argument &taken, const std::vector<std::string> &words, const command &of) {
@@ -47,6 +49,15 @@ void check_argument(const argument &taken, const std::vector<std::string> &words
     for (const std::string &word : words) check_word(taken, word);
     if (taken.content == argument_content::interfaces) check_interfaces(words, of);
     if (taken.content == argument_content::setting) read_setting(words);
+}
+
+// From 1 to 255, or nothing.
+std::optional<uint8_t> number_of(const std::string &text) {
+    uint8_t number = 0;
+    const char *end = text.data() + text.size();
+    const auto [rest, error] = std::from_chars(text.data(), end, number);
+    if (error == std::errc{} && rest == end && number > 0) return number;
+    return std::nullopt;
 }
 
 }  // namespace
@@ -80,11 +91,16 @@ double parse_seconds(const std::string &text) {
 }
 
 uint8_t parse_module(const std::string &text) {
-    uint8_t number = 0;
-    const char *end = text.data() + text.size();
-    const auto [rest, error] = std::from_chars(text.data(), end, number);
-    if (error == std::errc{} && rest == end && number > 0) return number;
+    if (const auto number = number_of(text)) return *number;
     throw usage_error(fmt::format("not the number of a module, from 1 to 255: {}", shown_word(text)));
+}
+
+uint8_t parse_type(const std::string &text) {
+    if (const auto type = type_of_word(text)) return *type;
+    if (const auto number = number_of(text)) return *number;
+    const std::string takes = fmt::format("; it takes {} or a number from 1 to 255", fmt::join(type_words(), ", "));
+    throw usage_error(
+        fmt::format("not a type of interfaces: {}{}", shown_word(text), did_you_mean(text, type_words(), takes)));
 }
 
 }  // namespace pmctl

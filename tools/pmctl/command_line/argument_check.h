@@ -21,6 +21,9 @@ double parse_seconds(const std::string &text);
 // What was typed for argument_content::module. Throws usage_error.
 uint8_t parse_module(const std::string &text);
 
+// What was typed for argument_content::type: a word or a number. Throws usage_error.
+uint8_t parse_type(const std::string &text);
+
 }  // namespace pmctl
 
 #endif

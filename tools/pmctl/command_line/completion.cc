@@ -7,6 +7,7 @@
 #include "command_table.h"
 #include "failure.h"
 #include "settings/setting_reader.h"
+#include "switch/interface_types.h"
 
 namespace pmctl {
 namespace {
@@ -36,6 +37,11 @@ void add_interfaces(candidates &found, const std::string &typed, const name_sour
     for (const std::string &name : interface_names()) found.push_back(list + name);
 }
 
+void add_types(candidates &found) {
+    const candidates words = type_words();
+    found.insert(found.end(), words.begin(), words.end());
+}
+
 void add_setting_words(candidates &found, const candidates &words) {
     const candidates next = words_after(words);
     found.insert(found.end(), next.begin(), next.end());
@@ -50,6 +56,9 @@ void add_values(candidates &found, const argument &of, const arguments &given, c
             break;
         case argument_content::interfaces:
             add_interfaces(found, typed, interface_names);
+            break;
+        case argument_content::type:
+            add_types(found);
             break;
         case argument_content::setting:
             add_setting_words(found, given.words(of.name));

@@ -1,6 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "commands/asked_ports.h"
 
+#include <fmt/core.h>
+
+#include <set>
+
 #include "command_line/interface_words.h"
 #include "switch/switch_client.h"
 
@@ -25,6 +29,25 @@ std::vector<if_index_t> interfaces_of_switch() {
     const auto ports = switch_client().brief_ports();
     for (const pm_port_info_brief_t &port : ports.all()) all.push_back(port.if_index);
     return all;
+}
+
+std::vector<if_index_t> existing_interfaces(const std::vector<interface_range> &ranges,
+                                            std::vector<std::string> &failures) {
+    const std::vector<if_index_t> all = interfaces_of_switch();
+    if (ranges.empty()) return all;
+    const std::set<if_index_t> existing(all.begin(), all.end());
+    std::set<if_index_t> seen;
+    std::vector<if_index_t> found;
+    for (const interface_range &range : ranges) {
+        bool is_empty = true;
+        for (const if_index_t index : members_of({range})) {
+            if (!existing.contains(index)) continue;
+            is_empty = false;
+            if (seen.insert(index).second) found.push_back(index);
+        }
+        if (is_empty) failures.push_back(fmt::format("no such interface: {}", range.text()));
+    }
+    return found;
 }
 
 std::vector<pm_port_info_t> asked_ports(const std::vector<interface_range> &ranges,

@@ -1,0 +1,98 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "output/transceiver_words.h"
+
+#include <gmock/gmock.h>
+
+#include <cmath>
+#include <limits>
+
+namespace {
+
+using pmctl::dbm;
+using pmctl::measured_quantities;
+using pmctl::quantity_text;
+using pmctl::raised_level;
+using sff8472::level;
+using sff8472::quantity;
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+std::string text_of(quantity of, int32_t number) {
+    return quantity_text(measured_quantities[static_cast<size_t>(of)], number);
+}
+
+TEST(measured_quantities, stand_in_the_order_of_the_page) {
+    for (size_t i = 0; i < measured_quantities.size(); ++i)
+        EXPECT_EQ(static_cast<size_t>(measured_quantities[i].of), i);
+}
+
+TEST(quantity_text, is_in_the_units_of_people) {
+    EXPECT_EQ(text_of(quantity::temperature, 35 * 256 + 64), "35.25");
+    EXPECT_EQ(text_of(quantity::temperature, -10 * 256 - 128), "-10.50");
+    EXPECT_EQ(text_of(quantity::voltage, 32989), "3.299");
+    EXPECT_EQ(text_of(quantity::bias, 3123), "6.246");
+    EXPECT_EQ(text_of(quantity::tx_power, 5012), "0.5012/-3.00");
+    EXPECT_EQ(text_of(quantity::rx_power, 10000), "1.0000/0.00");
+    EXPECT_EQ(text_of(quantity::rx_power, 20000), "2.0000/3.01");
+}
+
+TEST(quantity_text, has_no_level_of_no_power) {
+    EXPECT_EQ(text_of(quantity::rx_power, 0), "0.0000/-");
+    EXPECT_EQ(text_of(quantity::tx_power, 1), "0.0001/-40.00");
+}
+
+TEST(quantity_text, holds_extremes) {
+    EXPECT_EQ(text_of(quantity::temperature, -32768), "-128.00");
+    EXPECT_EQ(text_of(quantity::temperature, 32767), "128.00");
+    EXPECT_EQ(text_of(quantity::temperature, std::numeric_limits<int32_t>::min()), "-8388608.00");
+    EXPECT_EQ(text_of(quantity::voltage, 65535), "6.553");
+    EXPECT_EQ(text_of(quantity::bias, 65535), "131.070");
+    EXPECT_EQ(text_of(quantity::tx_power, 65535), "6.5535/8.16");
+    EXPECT_EQ(text_of(quantity::rx_power, std::numeric_limits<int32_t>::max()), "214748.3647/53.32");
+}
+
+TEST(dbm, is_a_number_to_hundredths) {
+    EXPECT_EQ(dbm(10), -30.0);
+    EXPECT_EQ(dbm(5012), -3.0);
+    EXPECT_EQ(dbm(0), std::nullopt);
+    EXPECT_EQ(dbm(-1), std::nullopt);
+    EXPECT_FALSE(std::signbit(*dbm(9999))) << "no minus before 0.00";
+}
+
+TEST(raised_level, reads_the_two_flags_of_each_quantity) {
+    const level high_low[][2] = {{level::high_alarm, level::low_alarm}, {level::high_warning, level::low_warning}};
+    for (int i = 0; i < 10; ++i) {
+        const auto flag = static_cast<uint16_t>(0x8000 >> i);
+        for (int each = 0; each < 5; ++each) {
+            const auto of = static_cast<quantity>(each);
+            const bool is_it = each == i / 2;
+            EXPECT_EQ(raised_level({flag, 0}, of), is_it ? high_low[0][i % 2] : level::normal) << i << " " << each;
+            EXPECT_EQ(raised_level({0, flag}, of), is_it ? high_low[1][i % 2] : level::normal) << i << " " << each;
+        }
+    }
+}
+
+TEST(raised_level, takes_an_alarm_before_a_warning) {
+    EXPECT_EQ(raised_level({0x4000, 0x8000}, quantity::temperature), level::low_alarm);
+    EXPECT_EQ(raised_level({0x8000, 0xffff}, quantity::temperature), level::high_alarm);
+    EXPECT_EQ(raised_level({0x3fff, 0xffff}, quantity::temperature), level::high_warning);
+}
+
+TEST(raised_names, name_quantities_and_directions) {
+    EXPECT_THAT(pmctl::raised_names(0), IsEmpty());
+    EXPECT_THAT(pmctl::raised_names(0x003f), IsEmpty()) << "bits of no quantity";
+    EXPECT_THAT(pmctl::raised_names(0xffc0),
+                ElementsAre("temperature high", "temperature low", "voltage high", "voltage low", "bias high",
+                            "bias low", "tx power high", "tx power low", "rx power high", "rx power low"));
+    EXPECT_THAT(pmctl::raised_names(0x1080), ElementsAre("voltage low", "rx power high"));
+}
+
+TEST(level_words, tell_all_levels_apart) {
+    EXPECT_STREQ(pmctl::level_words(level::normal), "normal");
+    EXPECT_STREQ(pmctl::level_words(level::high_alarm), "high alarm");
+    EXPECT_STREQ(pmctl::level_words(level::high_warning), "high warning");
+    EXPECT_STREQ(pmctl::level_words(level::low_warning), "low warning");
+    EXPECT_STREQ(pmctl::level_words(level::low_alarm), "low alarm");
+}
+
+}  // namespace
