@@ -279,6 +279,7 @@ TEST_F(show_transceiver, details_show_everything) {
     Reach, OM2 fibre (m)     50
   Diagnostics
     Read by                  port manager
+    Read for (s)             -
     Calibration              internal
     Alarms                   none
     Warnings                 none
@@ -305,6 +306,7 @@ TEST_F(show_transceiver, details_take_the_readings_of_the_line_card) {
     the_switch.readings["fc1/1"] = {0, info, pm_sfp_diag_extra_t{0x0080, 0x2000, 12345678901}};
     const std::string output = run({"details"}).output;
     EXPECT_THAT(output, HasSubstr("Read by                  line card\n"));
+    EXPECT_THAT(output, HasSubstr("Read for (s)             12345678.901\n"));
     EXPECT_THAT(output, HasSubstr("Calibration              external\n"));
     EXPECT_THAT(output, HasSubstr("Alarms                   rx power high\n"));
     EXPECT_THAT(output, HasSubstr("Warnings                 voltage high\n"));

@@ -120,6 +120,8 @@ void add_diagnostics(sheet &list, const std::optional<transceiver_diagnostics> &
         return;
     }
     list.rows.push_back({{"Read by"}, {reader_of(*found)}});
+    const std::string age = found->age ? fmt::format("{:.3f}", static_cast<double>(*found->age) / 1000) : std::string();
+    list.rows.push_back({{"Read for (s)"}, {shown(age)}});
     list.rows.push_back({{"Calibration"}, {found->is_externally_calibrated ? "external" : "internal"}});
     list.rows.push_back({{"Alarms"}, raised_cell(found->raised.alarms, tone::bad)});
     list.rows.push_back({{"Warnings"}, raised_cell(found->raised.warnings, tone::warning)});
