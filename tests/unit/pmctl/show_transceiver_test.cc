@@ -125,12 +125,12 @@ TEST_F(show_transceiver, has_a_line_a_port) {
     EXPECT_EQ(
         outcome.output,
         "Interface    Type                  Vendor       Part number  Serial number  nm   °C     V      mA     TX "
-        "mW/dBm     RX mW/dBm\n"
+        "dBm/mW     RX dBm/mW\n"
         "fc1/1        SFP short wave laser  ACME OPTICS  SFP-8G-SW    ACM240517      850  35.50  3.301  6.250  "
-        "0.5012/-3.00  0.3981/-4.00\n"
+        "-3.00/0.5012  -4.00/0.3981\n"
         "fc1/2        not present\n"
         "Ethernet2/1  SFP short wave laser  ACME OPTICS  SFP-8G-SW    ACM240517      850  35.50  3.301  6.250  "
-        "0.5012/-3.00  0.3981/-4.00\n");
+        "-3.00/0.5012  -4.00/0.3981\n");
     EXPECT_THAT(the_switch.asked, ElementsAre("brief", "transceivers fc1/1 fc1/2", "transceivers Ethernet2/1"));
 }
 
@@ -175,10 +175,10 @@ TEST_F(show_transceiver, marks_warnings_and_alarms) {
     pm_fcot_info_t &record = the_switch.transceivers["fc1/1"];
     set_word(record.diagnostics + sff8472::diagnostic::readings, 71 * 256);
     set_word(record.diagnostics + sff8472::diagnostic::readings + 8, 0);
-    EXPECT_THAT(run({}).output, HasSubstr("  ! 71.00  3.301  6.250  0.5012/-3.00  !! 0.0000/-\n"));
+    EXPECT_THAT(run({}).output, HasSubstr("  ! 71.00  3.301  6.250  -3.00/0.5012  !! -/0.0000\n"));
     set_word(record.diagnostics + sff8472::diagnostic::readings, 0xfa00);
     set_word(record.diagnostics + sff8472::diagnostic::readings + 6, 1001);
-    EXPECT_THAT(run({}).output, HasSubstr("  !! -6.00  3.301  6.250  ! 0.1001/-10.00  !! 0.0000/-\n"));
+    EXPECT_THAT(run({}).output, HasSubstr("  !! -6.00  3.301  6.250  ! -10.00/0.1001  !! -/0.0000\n"));
 }
 
 TEST_F(show_transceiver, colours_warnings_and_alarms) {
@@ -190,7 +190,7 @@ TEST_F(show_transceiver, colours_warnings_and_alarms) {
     std::vector<const char *> words{"pmctl", "show", "interface", "transceiver"};
     const auto call = pmctl::parse_command_line(static_cast<int>(words.size()), words.data());
     EXPECT_THAT(pmctl::carry_out(call, {.colour = true}).output,
-                AllOf(HasSubstr("\033[33m! 71.00\033[0m"), HasSubstr("\033[31m!! 0.0099/-20.04\033[0m")));
+                AllOf(HasSubstr("\033[33m! 71.00\033[0m"), HasSubstr("\033[31m!! -20.04/0.0099\033[0m")));
 }
 
 TEST_F(show_transceiver, has_no_readings_without_diagnostics) {
@@ -287,8 +287,8 @@ TEST_F(show_transceiver, details_show_everything) {
     Temperature (°C)         35.50             normal  75.00        70.00         0.00           -5.00
     Voltage (V)              3.301             normal  3.630        3.465         3.135          2.970
     Bias current (mA)        6.250             normal  10.500       8.500         2.500          2.000
-    Transmit power (mW/dBm)  0.5012/-3.00      normal  1.0000/0.00  0.7943/-1.00  0.1585/-8.00   0.1000/-10.00
-    Receive power (mW/dBm)   0.3981/-4.00      normal  1.0001/0.00  0.7944/-1.00  0.0251/-16.00  0.0100/-20.00
+    Transmit power (dBm/mW)  -3.00/0.5012      normal  0.00/1.0000  -1.00/0.7943  -8.00/0.1585   -10.00/0.1000
+    Receive power (dBm/mW)   -4.00/0.3981      normal  0.00/1.0001  -1.00/0.7944  -16.00/0.0251  -20.00/0.0100
 
 fc1/2
   Transceiver              not present

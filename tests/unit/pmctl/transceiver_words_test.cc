@@ -31,14 +31,14 @@ TEST(quantity_text, is_in_the_units_of_people) {
     EXPECT_EQ(text_of(quantity::temperature, -10 * 256 - 128), "-10.50");
     EXPECT_EQ(text_of(quantity::voltage, 32989), "3.299");
     EXPECT_EQ(text_of(quantity::bias, 3123), "6.246");
-    EXPECT_EQ(text_of(quantity::tx_power, 5012), "0.5012/-3.00");
-    EXPECT_EQ(text_of(quantity::rx_power, 10000), "1.0000/0.00");
-    EXPECT_EQ(text_of(quantity::rx_power, 20000), "2.0000/3.01");
+    EXPECT_EQ(text_of(quantity::tx_power, 5012), "-3.00/0.5012");
+    EXPECT_EQ(text_of(quantity::rx_power, 10000), "0.00/1.0000");
+    EXPECT_EQ(text_of(quantity::rx_power, 20000), "3.01/2.0000");
 }
 
 TEST(quantity_text, has_no_level_of_no_power) {
-    EXPECT_EQ(text_of(quantity::rx_power, 0), "0.0000/-");
-    EXPECT_EQ(text_of(quantity::tx_power, 1), "0.0001/-40.00");
+    EXPECT_EQ(text_of(quantity::rx_power, 0), "-/0.0000");
+    EXPECT_EQ(text_of(quantity::tx_power, 1), "-40.00/0.0001");
 }
 
 TEST(quantity_text, holds_extremes) {
@@ -47,8 +47,8 @@ TEST(quantity_text, holds_extremes) {
     EXPECT_EQ(text_of(quantity::temperature, std::numeric_limits<int32_t>::min()), "-8388608.00");
     EXPECT_EQ(text_of(quantity::voltage, 65535), "6.553");
     EXPECT_EQ(text_of(quantity::bias, 65535), "131.070");
-    EXPECT_EQ(text_of(quantity::tx_power, 65535), "6.5535/8.16");
-    EXPECT_EQ(text_of(quantity::rx_power, std::numeric_limits<int32_t>::max()), "214748.3647/53.32");
+    EXPECT_EQ(text_of(quantity::tx_power, 65535), "8.16/6.5535");
+    EXPECT_EQ(text_of(quantity::rx_power, std::numeric_limits<int32_t>::max()), "53.32/214748.3647");
 }
 
 TEST(dbm, is_a_number_to_hundredths) {

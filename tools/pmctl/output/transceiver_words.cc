@@ -21,9 +21,9 @@ const std::array<measured_quantity, sff8472::quantities> measured_quantities{{
     {sff8472::quantity::temperature, "temperature", "Temperature (°C)", "°C", "temperature", 256, 2, false},
     {sff8472::quantity::voltage, "voltage", "Voltage (V)", "V", "voltage", 10000, 3, false},
     {sff8472::quantity::bias, "bias", "Bias current (mA)", "mA", "bias", 500, 3, false},
-    {sff8472::quantity::tx_power, "tx power", "Transmit power (mW/dBm)", "TX mW/dBm", "tx_power", powers_in_a_milliwatt,
+    {sff8472::quantity::tx_power, "tx power", "Transmit power (dBm/mW)", "TX dBm/mW", "tx_power", powers_in_a_milliwatt,
      4, true},
-    {sff8472::quantity::rx_power, "rx power", "Receive power (mW/dBm)", "RX mW/dBm", "rx_power", powers_in_a_milliwatt,
+    {sff8472::quantity::rx_power, "rx power", "Receive power (dBm/mW)", "RX dBm/mW", "rx_power", powers_in_a_milliwatt,
      4, true},
 }};
 
@@ -80,7 +80,7 @@ std::string quantity_text(const measured_quantity &of, int32_t number) {
     const std::string text = fmt::format("{:.{}f}", in_unit(of, number), of.decimals);
     if (!of.is_power) return text;
     const std::optional<double> level = dbm(number);
-    return fmt::format("{}/{}", text, level ? fmt::format("{:.2f}", *level) : std::string(absent_text));
+    return fmt::format("{}/{}", level ? fmt::format("{:.2f}", *level) : std::string(absent_text), text);
 }
 
 }  // namespace pmctl

@@ -60,7 +60,7 @@ const char *level_words(sff8472::level level);
 // The quantities that alarms or warnings are raised of: "temperature high", "rx power low".
 std::vector<std::string> raised_names(uint16_t flags);
 
-// "3.300"; of powers both, "0.5012/-3.00".
+// "3.300"; of powers both, "-3.00/0.5012".
 std::string quantity_text(const measured_quantity &of, int32_t number);
 
 }  // namespace pmctl
