@@ -24,8 +24,8 @@ class fake_assertion_log {
     // Makes the log hold this many zero bytes.
     void resize(size_t size);
 
-    // All bytes of the log.
-    [[nodiscard]] std::string text() const;
+    // The bytes of the log, from an offset on.
+    [[nodiscard]] std::string text(size_t from = 0) const;
 
     // The checks that failed since the last call, as "<source file>: <function>". The system log must tell the same,
     // and each line that a report names must hold a check.
