@@ -22,6 +22,9 @@ class event_source {
     // Whether it works for the service `sap` on `node`.
     [[nodiscard]] virtual bool serves(uint32_t, uint32_t) const { return false; }
 
+    // Whether clients meet the service through it.
+    [[nodiscard]] virtual bool takes_clients() const { return false; }
+
     // Gives back at once what others can see of it. It gets no further events.
     virtual void end() {}
 };

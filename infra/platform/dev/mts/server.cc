@@ -5,7 +5,9 @@
 #include <sys/eventfd.h>
 #include <sys/socket.h>
 
+#include <algorithm>
 #include <cerrno>
+#include <span>
 
 #include "mts/service_listener.h"
 
@@ -54,19 +56,17 @@ int server::add_service(const service &added) {
 
 // A service may remove itself, or another one that has events in this round.
 int server::remove_service(uint32_t node, uint32_t sap) {
-    int error = ENOENT;
+    const auto first = static_cast<std::ptrdiff_t>(removed_.size());
     for (auto at = sources_.begin(); at != sources_.end();) {
-        event_source &source = *at->first;
-        if (!source.serves(node, sap)) {
-            ++at;
-            continue;
-        }
-        removed_.push_back(std::move(at->second));
-        at = sources_.erase(at);
-        source.end();
-        error = 0;
+        const auto next = std::next(at);
+        if (at->first->serves(node, sap)) removed_.push_back(std::move(sources_.extract(at).mapped()));
+        at = next;
     }
-    return error;
+    const std::span ended(removed_.begin() + first, removed_.end());
+    // The listener goes first: a client whose connection ends must find nobody where it asks again.
+    std::ranges::partition(ended, [](const auto &source) { return source->takes_clients(); });
+    for (const auto &source : ended) source->end();
+    return ended.empty() ? ENOENT : 0;
 }
 
 int server::add_fd(int fd, mts_fd_handler_t handler, void *context) {

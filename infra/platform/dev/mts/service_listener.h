@@ -26,6 +26,7 @@ class service_listener final : public event_source {
     [[nodiscard]] int descriptor() const override { return socket_.get(); }
     [[nodiscard]] bool on_event(uint32_t events) override;
     [[nodiscard]] bool serves(uint32_t node, uint32_t sap) const override { return service_.is(node, sap); }
+    [[nodiscard]] bool takes_clients() const override { return true; }
     void end() override;
 
   private:
