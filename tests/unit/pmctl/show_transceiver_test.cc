@@ -6,6 +6,7 @@
 #include "command_test.h"
 #include "output/render.h"
 #include "port_mgr/status.h"
+#include "sff8472/diagnostics.h"
 #include "sff8472/page_layout.h"
 #include "support/json_schema.h"
 
@@ -404,7 +405,7 @@ TEST_F(show_transceiver, calibrates_what_the_transceiver_does_not) {
     plug_in("fc1/1");
     pm_fcot_info_t &record = the_switch.transceivers["fc1/1"];
     record.serial_id[diagnostic_type] = 0x58;
-    const size_t voltage_slope = sff8472::diagnostic::calibration + 12;
+    const size_t voltage_slope = sff8472::diagnostic::calibration[static_cast<size_t>(sff8472::quantity::voltage)];
     set_word(record.diagnostics + voltage_slope, 512);
     set_word(record.diagnostics + voltage_slope + 2, 10);
     const json object = first_object({});
