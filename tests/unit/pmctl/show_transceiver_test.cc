@@ -199,7 +199,7 @@ TEST_F(show_transceiver, has_no_readings_without_diagnostics) {
     plug_in("fc1/1");
     the_switch.transceivers["fc1/1"].flags = PM_FCOT_PRESENT;
     EXPECT_THAT(run({}).output, HasSubstr("  850  -   -  -   -          -\n"));
-    EXPECT_THAT(run({"details"}).output, EndsWith("\n  Diagnostics\n    Read by               -\n"));
+    EXPECT_THAT(run({"details"}).output, EndsWith("\n    Diagnostics           none\n"));
     EXPECT_TRUE(first_object({}).at("temperature").is_null());
 }
 

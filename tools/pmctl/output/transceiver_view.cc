@@ -114,11 +114,11 @@ row quantity_row(const transceiver_diagnostics &in, const measured_quantity &of)
 }
 
 void add_diagnostics(sheet &list, const std::optional<transceiver_diagnostics> &found) {
-    list.rows.push_back({{"Diagnostics"}});
     if (!found) {
-        list.rows.push_back({{"Read by"}, {std::string(absent_text)}});
+        list.rows.push_back({{"Diagnostics"}, {"none"}});
         return;
     }
+    list.rows.push_back({{"Diagnostics"}});
     list.rows.push_back({{"Read by"}, {reader_of(*found)}});
     const std::string age = found->age ? fmt::format("{:.3f}", static_cast<double>(*found->age) / 1000) : std::string();
     list.rows.push_back({{"Read for (s)"}, {shown(age)}});
