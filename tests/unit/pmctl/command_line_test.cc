@@ -158,6 +158,8 @@ INSTANTIATE_TEST_SUITE_P(
         bad_line{{"config", "interface", "shutdown"},
                  "not an interface name: shutdown; see pmctl config interface --help"},
         bad_line{{"show", "module", "interfaces"}, "not the number of a module, from 1 to 255: interfaces"},
+        bad_line{{"show", "module", "resource"},
+                 "not the number of a module, from 1 to 255: resource; did you mean resources?"},
         bad_line{{"config", "subinterface"}, "the command is not complete: see pmctl config subinterface --help"},
         bad_line{{"config", "loopback", "create"},
                  "config loopback create needs RANGE; see pmctl config loopback "

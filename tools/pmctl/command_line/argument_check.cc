@@ -37,16 +37,16 @@ void check_interfaces(const std::vector<std::string> &words, const command &of) 
     interfaces_named(words, words_below(of.words), fmt::format("; see pmctl {} --help", of.words));
 }
 
-void check_word(const argument &taken, const std::string &word) {
+void check_word(const argument &taken, const std::string &word, const command &of) {
     if (taken.content == argument_content::choice) check_choice(taken, word);
     if (taken.content == argument_content::seconds) parse_seconds(word);
-    if (taken.content == argument_content::module) parse_module(word);
+    if (taken.content == argument_content::module) parse_module(word, words_below(of.words));
     if (taken.content == argument_content::type) parse_type(word);
 }
 
 void check_argument(const argument &taken, const std::vector<std::string> &words, const command &of) {
     if (words.empty()) return;
-    for (const std::string &word : words) check_word(taken, word);
+    for (const std::string &word : words) check_word(taken, word, of);
     if (taken.content == argument_content::interfaces) check_interfaces(words, of);
     if (taken.content == argument_content::setting) read_setting(words);
 }
@@ -90,9 +90,10 @@ double parse_seconds(const std::string &text) {
         fmt::format("not a number of seconds from {} to {}: {}", shortest_wait, longest_wait, shown_word(text)));
 }
 
-uint8_t parse_module(const std::string &text) {
+uint8_t parse_module(const std::string &text, const std::vector<std::string> &beside) {
     if (const auto number = number_of(text)) return *number;
-    throw usage_error(fmt::format("not the number of a module, from 1 to 255: {}", shown_word(text)));
+    throw usage_error(fmt::format("not the number of a module, from 1 to 255: {}{}", shown_word(text),
+                                  did_you_mean(text, beside, "")));
 }
 
 uint8_t parse_type(const std::string &text) {
