@@ -50,6 +50,14 @@ std::vector<if_index_t> existing_interfaces(const std::vector<interface_range> &
     return found;
 }
 
+std::vector<if_index_t> asked_interfaces(const arguments &given, bool (*belongs)(if_index_t),
+                                         std::vector<std::string> &failures) {
+    const std::vector<interface_range> ranges = named_ranges(given);
+    std::vector<if_index_t> interfaces = existing_interfaces(ranges, failures);
+    if (ranges.empty()) std::erase_if(interfaces, [belongs](if_index_t index) { return !belongs(index); });
+    return interfaces;
+}
+
 std::vector<pm_port_info_t> asked_ports(const std::vector<interface_range> &ranges,
                                         std::vector<std::string> &failures) {
     std::vector<pm_port_info_t> ports;

@@ -21,6 +21,10 @@ std::vector<if_index_t> interfaces_of_switch();
 std::vector<if_index_t> existing_interfaces(const std::vector<interface_range> &ranges,
                                             std::vector<std::string> &failures);
 
+// What exists of the interfaces given as NAME; without a NAME all that `belongs` holds for. Throws as a query does.
+std::vector<if_index_t> asked_interfaces(const arguments &given, bool (*belongs)(if_index_t),
+                                         std::vector<std::string> &failures);
+
 // Runs a query and notes what went wrong. Returns false when asking on is of no use.
 template <typename Query>
 bool attempt(std::vector<std::string> &failures, const Query &query) {

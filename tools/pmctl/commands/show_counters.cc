@@ -19,14 +19,6 @@ namespace {
 
 bool counts_by_itself(if_index_t index) { return has_counters(index) && !is_sub_interface(index); }
 
-// Those named, or every one that counts by itself.
-std::vector<if_index_t> asked_interfaces(const arguments &given, std::vector<std::string> &failures) {
-    const std::vector<interface_range> ranges = named_ranges(given);
-    std::vector<if_index_t> interfaces = existing_interfaces(ranges, failures);
-    if (ranges.empty()) std::erase_if(interfaces, [](if_index_t index) { return !counts_by_itself(index); });
-    return interfaces;
-}
-
 void refuse_without_counters(if_index_t index) {
     if (!has_counters(index))
         throw query_refused(fmt::format("{}: interfaces of this kind have no counters", interface_name(index)));
@@ -47,7 +39,7 @@ command_result show_counters(const arguments &given, rate_meter *meter) {
         if (meter != nullptr) meter->measure(found, std::chrono::steady_clock::now());
     };
     attempt(result.failures, [&] {
-        for (const if_index_t index : asked_interfaces(given, result.failures))
+        for (const if_index_t index : asked_interfaces(given, counts_by_itself, result.failures))
             if (!attempt(result.failures, [&] { read(index); })) break;
     });
     if (given.has("--json"))

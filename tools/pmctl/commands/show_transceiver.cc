@@ -8,19 +8,11 @@
 namespace pmctl {
 namespace {
 
-// Those named, or every one that takes a transceiver.
-std::vector<if_index_t> asked_interfaces(const arguments &given, std::vector<std::string> &failures) {
-    const std::vector<interface_range> ranges = named_ranges(given);
-    std::vector<if_index_t> interfaces = existing_interfaces(ranges, failures);
-    if (ranges.empty()) std::erase_if(interfaces, [](if_index_t index) { return !takes_transceiver(index); });
-    return interfaces;
-}
-
 std::vector<transceiver_port> asked_transceivers(const arguments &given, bool from_line_cards,
                                                  std::vector<std::string> &failures) {
     std::vector<transceiver_port> ports;
     attempt(failures, [&] {
-        const std::vector<if_index_t> interfaces = asked_interfaces(given, failures);
+        const std::vector<if_index_t> interfaces = asked_interfaces(given, takes_transceiver, failures);
         transceiver_client client;
         std::vector<transceiver_port> found = client.ports(interfaces, failures);
         for (transceiver_port &port : found)
