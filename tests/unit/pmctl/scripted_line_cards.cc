@@ -5,6 +5,8 @@
 #include <cstdlib>
 #include <span>
 
+#include "platform/idxmap.h"
+#include "platform/if_index.h"
 #include "platform/mts.h"
 #include "port_mgr/if_index_listing.h"
 #include "port_mgr/messaging.h"
@@ -48,6 +50,14 @@ std::vector<pm_fcot_info_t> records_in(std::span<const pm_if_index_range_t> rang
 }  // namespace
 
 uint32_t mts_errno_get(mts_handle_t) { return the_switch.last_error; }
+
+// Tunnels live in the first slot.
+int32_t idxmap_node_by_if_index(if_index_t index, uint32_t *node) {
+    uint8_t slot = 0;
+    if_index_get_slot(index, &slot);
+    *node = PM_NODE_SUPERVISOR + slot;
+    return 0;
+}
 
 void *mts_payload_get(const mts_msg_t *message) {
     std::vector<uint8_t> &payload = payload_of(message);

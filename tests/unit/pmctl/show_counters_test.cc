@@ -66,7 +66,7 @@ TEST_F(show_counters, name_each_port_that_fails_and_go_on) {
     exist({"Ethernet2/1", "Ethernet2/2", "Ethernet2/3", "Ethernet2/4", "Ethernet2/5", "Ethernet2/6", "Ethernet2/7"});
     fail("Ethernet2/2", -1, 0);
     fail("Ethernet2/3", static_cast<int32_t>(PM_ERR_REJECTED), 0);
-    fail("Ethernet2/4", -1, ETIMEDOUT);
+    fail("Ethernet2/4", -1, EAGAIN);
     fail("Ethernet2/5", ENOENT, 0);
     the_switch.counters["Ethernet2/6"];  // succeeds without a result
     count("Ethernet2/7", 5);
@@ -76,7 +76,7 @@ TEST_F(show_counters, name_each_port_that_fails_and_go_on) {
         outcome.messages,
         ElementsAre("Ethernet2/1: its line card does not answer", "Ethernet2/2: its line card cannot reach the port",
                     "Ethernet2/3: its line card refuses: PM_ERR_REJECTED (0x40290009)",
-                    "Ethernet2/4: Connection timed out", "Ethernet2/5: no line card counts for it",
+                    "Ethernet2/4: Resource temporarily unavailable", "Ethernet2/5: no line card counts for it",
                     "Ethernet2/6: the answer cannot be understood"));
     const json ports = json::parse(outcome.output)["interfaces"];
     ASSERT_EQ(ports.size(), 1u);
@@ -99,6 +99,19 @@ TEST_F(show_counters, are_not_there_for_every_kind) {
     EXPECT_THAT(outcome.messages,
                 ElementsAre("no such interface: fc2/1-3", "fc1/1: interfaces of this kind have no counters"));
     EXPECT_THAT(the_switch.asked, ElementsAre("brief", "read Ethernet2/1"));
+TEST_F(show_counters, wait_once_for_a_line_card_that_hangs) {
+    exist({"Ethernet2/1", "Ethernet2/2", "Ethernet2/2.7", "Ethernet3/1", "fcip3"});
+    fail("Ethernet2/1", -1, ETIMEDOUT);
+    count("Ethernet3/1", 1);
+    count("fcip3", 1);
+    const auto outcome = run({"Ethernet2/1-2", "Ethernet3/1", "Ethernet2/2.7", "fcip3"});
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_THAT(the_switch.asked, ElementsAre("brief", "read Ethernet2/1", "read Ethernet3/1", "read fcip3"));
+    EXPECT_THAT(outcome.messages, ElementsAre("Ethernet2/1: its line card did not answer in time",
+                                              "Ethernet2/2: its line card did not answer in time about Ethernet2/1",
+                                              "Ethernet2/2.7: its line card did not answer in time about Ethernet2/1"));
+}
+
     EXPECT_THAT(outcome.output, HasSubstr("\nEthernet2/1  "));
 }
 

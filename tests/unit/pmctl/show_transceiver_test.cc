@@ -354,6 +354,17 @@ TEST_F(show_transceiver, details_do_without_a_line_card) {
     }
 }
 
+TEST_F(show_transceiver, details_wait_once_for_a_line_card_that_hangs) {
+    exist({"fc1/1", "fc1/2", "fc2/1"});
+    for (const char *name : {"fc1/1", "fc1/2", "fc2/1"}) {
+        plug_in(name);
+        the_switch.readings[name].status = ETIMEDOUT;
+    }
+    EXPECT_EQ(run({"details"}).status, 0);
+    EXPECT_THAT(the_switch.asked,
+                ElementsAre("brief", "transceivers fc1/1 fc1/2 fc2/1", "diagnostics fc1/1", "diagnostics fc2/1"));
+}
+
 TEST_F(show_transceiver, details_end_when_a_signal_comes) {
     exist({"fc1/1", "fc1/2"});
     plug_in("fc1/1");

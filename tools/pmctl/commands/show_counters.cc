@@ -33,9 +33,10 @@ void refuse_sub_interface(if_index_t index) {
 command_result show_counters(const arguments &given, rate_meter *meter) {
     command_result result;
     std::vector<counted_interface> interfaces;
+    counter_client client;
     const auto read = [&](if_index_t index) {
         refuse_without_counters(index);
-        counted_interface &found = interfaces.emplace_back(counted_interface{index, read_counters(index), {}, {}});
+        counted_interface &found = interfaces.emplace_back(counted_interface{index, client.read(index), {}, {}});
         if (meter != nullptr) meter->measure(found, std::chrono::steady_clock::now());
     };
     attempt(result.failures, [&] {
@@ -62,10 +63,11 @@ command_function watched_counters() {
 command_result run_clear_counters(const arguments &given) {
     command_result result;
     const std::vector<interface_range> ranges = interfaces_named(given.words("RANGE"));
+    counter_client client;
     const auto clear = [&](if_index_t index) {
         refuse_without_counters(index);
         refuse_sub_interface(index);
-        clear_counters(index);
+        client.clear(index);
         result.output.text += fmt::format("cleared the counters of {}\n", interface_name(index));
     };
     attempt(result.failures, [&] {

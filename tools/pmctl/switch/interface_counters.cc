@@ -23,6 +23,7 @@ constexpr int32_t no_answer = -1;
 std::string reason_without_answer(uint32_t error) {
     if (error == 0) return "its line card cannot reach the port";
     if (error == EHOSTUNREACH) return "its line card does not answer";
+    if (error == ETIMEDOUT) return "its line card did not answer in time";
     return status_words(status_source::request, error);
 }
 
@@ -34,21 +35,6 @@ std::string reason_of(int32_t status, uint32_t error) {
     return number == PM_ERR_REJECTED ? fmt::format("its line card refuses: {}", words) : words;
 }
 
-// Over a handle of its own, whose error number is that of this question. An answer that cannot be understood leaves no
-// trace but the result that is not there.
-pm_eth_stats_t exchange(if_index_t index, uint32_t request_word) {
-    const open_handle handle;
-    pm_eth_stats_t stats{};
-    const int32_t status = pm_get_clear_eth_stats(handle.get(), index, index, request_word, &stats);
-    if (status == 0 && stats.result != 0) return stats;
-    const std::string name = interface_name(index);
-    if (status == 0) throw query_refused(fmt::format("{}: the answer cannot be understood", name));
-    const uint32_t error = mts_errno_get(handle.get());
-    const std::string message = fmt::format("{}: {}", name, reason_of(status, error));
-    if (status == no_answer && error == EINTR) throw switch_unavailable(message);
-    throw query_refused(message);
-}
-
 }  // namespace
 
 bool has_counters(if_index_t index) {
@@ -56,8 +42,23 @@ bool has_counters(if_index_t index) {
            std::end(counted_types);
 }
 
-pm_eth_stats_t read_counters(if_index_t index) { return exchange(index, PM_ETH_STATS_READ); }
-
-void clear_counters(if_index_t index) { exchange(index, PM_ETH_STATS_CLEAR); }
+// Over a handle of its own, whose error number is that of this question. An answer that cannot be understood leaves no
+// trace but the result that is not there.
+pm_eth_stats_t counter_client::exchange(if_index_t index, uint32_t request_word) {
+    const std::string name = interface_name(index);
+    if (const auto other = silent_.asked_in_vain(index))
+        throw query_refused(
+            fmt::format("{}: its line card did not answer in time about {}", name, interface_name(*other)));
+    const open_handle handle;
+    pm_eth_stats_t stats{};
+    const int32_t status = pm_get_clear_eth_stats(handle.get(), index, index, request_word, &stats);
+    if (status == 0 && stats.result != 0) return stats;
+    if (status == 0) throw query_refused(fmt::format("{}: the answer cannot be understood", name));
+    const uint32_t error = mts_errno_get(handle.get());
+    const std::string message = fmt::format("{}: {}", name, reason_of(status, error));
+    if (status == no_answer && error == EINTR) throw switch_unavailable(message);
+    if (status == no_answer && error == ETIMEDOUT) silent_.note(index);
+    throw query_refused(message);
+}
 
 }  // namespace pmctl

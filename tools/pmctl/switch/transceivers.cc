@@ -116,12 +116,14 @@ std::vector<transceiver_port> transceiver_client::ports(const std::vector<if_ind
 }
 
 std::optional<transceiver_diagnostics> transceiver_client::line_card_diagnostics(if_index_t index) {
+    if (silent_.asked_in_vain(index)) return std::nullopt;
     pm_sfp_diag_info_t info{};
     pm_sfp_diag_extra_t extra{.alarms = 0, .warnings = 0, .age = no_age};
     const uint32_t status = pm_get_sfp_diag_info(connection_.handle(), index, &info, &extra);
     if (status == EINTR)
         throw switch_unavailable(
             fmt::format("{}: {}", interface_name(index), status_words(status_source::request, status)));
+    if (status == ETIMEDOUT) silent_.note(index);
     if (status != 0) return std::nullopt;
     const sff8472::readings values = readings_of(info);
     const bool is_external = (info.flags & externally_calibrated_flag) != 0;

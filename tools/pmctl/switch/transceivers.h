@@ -9,6 +9,7 @@
 #include "platform/types.h"
 #include "sff8472/diagnostics.h"
 #include "sff8472/identification.h"
+#include "switch/silent_line_cards.h"
 #include "switch/switch_connection.h"
 
 namespace pmctl {
@@ -50,6 +51,7 @@ class transceiver_client {
 
   private:
     switch_connection connection_;
+    silent_line_cards silent_;
 };
 
 }  // namespace pmctl
