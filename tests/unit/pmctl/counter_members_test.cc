@@ -85,19 +85,36 @@ TEST(counter_sheets, are_tables_by_direction) {
     const auto sheets = pmctl::counter_sheets({counted()}, false);
     ASSERT_EQ(sheets.size(), 4u);
     EXPECT_EQ(sheets[0].title, "Received");
-    EXPECT_THAT(sheets[0].header,
-                ElementsAre("Interface", "Bytes", "Frames", "Unicast", "Multicast", "Broadcast", "Errors", "Drops"));
+    EXPECT_THAT(sheets[0].header, ElementsAre("Interface", "Bytes", "Frames", "Unicast", "Multicast", "Broadcast",
+                                              "Pause", "Errors", "Drops"));
     EXPECT_THAT(texts_of(sheets[0].rows.at(0)), ElementsAre("Ethernet4/1", "10000000100", "10000000101", "10000000121",
-                                                            "10000000141", "10000000161", "102", "103"));
+                                                            "10000000141", "10000000161", "10000000201", "102", "103"));
     EXPECT_EQ(sheets[1].title, "Transmitted");
     EXPECT_THAT(texts_of(sheets[1].rows.at(0)), ElementsAre("Ethernet4/1", "10000000110", "10000000111", "10000000131",
-                                                            "10000000151", "10000000171", "112", "113"));
+                                                            "10000000151", "10000000171", "10000000202", "112", "113"));
     EXPECT_EQ(sheets[2].title, "Receive errors");
     EXPECT_THAT(texts_of(sheets[2].rows.at(0)),
-                ElementsAre("Ethernet4/1", "10000000201", "301", "302", "303", "304", "305", "306", "307", "308"));
+                ElementsAre("Ethernet4/1", "200", "301", "302", "303", "304", "305", "306", "307", "308"));
+    EXPECT_THAT(sheets[2].header, ElementsAre("Interface", "Counting (s)", "CRC", "Alignment", "Symbol", "Undersize",
+                                              "Oversize", "Fragments", "Jabbers", "Overruns"));
     EXPECT_EQ(sheets[3].title, "Transmit errors");
     EXPECT_THAT(texts_of(sheets[3].rows.at(0)),
-                ElementsAre("Ethernet4/1", "10000000202", "309", "310", "311", "312", "313", "314", "315"));
+                ElementsAre("Ethernet4/1", "200", "309", "310", "311", "312", "313", "314", "315"));
+}
+
+TEST(counter_sheets, show_errors_of_those_that_have_any) {
+    pmctl::counted_interface receives{index_named("Ethernet4/2"), {}, {}, {}};
+    receives.stats.rx_overruns = 1;
+    receives.stats.tx_pause_frames = 1;
+    pmctl::counted_interface transmits{index_named("Ethernet4/3"), {}, {}, {}};
+    transmits.stats.link_resets = 1;
+    const auto sheets = pmctl::counter_sheets({receives, transmits}, false);
+    EXPECT_EQ(sheets[0].rows.size(), 2u);
+    EXPECT_EQ(sheets[1].rows.size(), 2u);
+    ASSERT_EQ(sheets[2].rows.size(), 1u);
+    EXPECT_EQ(sheets[2].rows[0][0].text, "Ethernet4/2");
+    ASSERT_EQ(sheets[3].rows.size(), 1u);
+    EXPECT_EQ(sheets[3].rows[0][0].text, "Ethernet4/3");
 }
 
 TEST(counter_sheets, have_rates_in_front_when_they_are_measured) {
@@ -105,7 +122,7 @@ TEST(counter_sheets, have_rates_in_front_when_they_are_measured) {
     half.tx = {};
     const auto sheets = pmctl::counter_sheets({half}, true);
     EXPECT_THAT(sheets[0].header, ElementsAre("Interface", "Bytes/s", "Frames/s", "Errors/s", "Bytes", "Frames",
-                                              "Unicast", "Multicast", "Broadcast", "Errors", "Drops"));
+                                              "Unicast", "Multicast", "Broadcast", "Pause", "Errors", "Drops"));
     const auto received = texts_of(sheets[0].rows.at(0));
     EXPECT_THAT(std::vector(received.begin() + 1, received.begin() + 5),
                 ElementsAre("10000000401", "402", "403", "10000000100"));

@@ -12,6 +12,7 @@ namespace {
 using nlohmann::json;
 using testing::AllOf;
 using testing::ElementsAre;
+using testing::EndsWith;
 using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::Not;
@@ -49,10 +50,24 @@ TEST_F(show_counters, ask_for_every_interface_that_counts_by_itself) {
                 ElementsAre("brief", "read Ethernet2/1", "read fcip3", "read if13-3/1", "read if26-4/1"));
     EXPECT_THAT(outcome.output,
                 StartsWith("Received\n"
-                           "Interface    Bytes  Frames         Unicast  Multicast  Broadcast  Errors  Drops\n"
-                           "Ethernet2/1  0      1234567890123  0        0          0          0       0\n"
+                           "Interface    Bytes  Frames         Unicast  Multicast  Broadcast  Pause  Errors  Drops\n"
+                           "Ethernet2/1  0      1234567890123  0        0          0          0      0       0\n"
                            "fcip3        0      7              0"));
-    EXPECT_THAT(outcome.output, HasSubstr("\n\nTransmit errors\nInterface    Pause"));
+    EXPECT_THAT(outcome.output, HasSubstr("\n\nTransmitted\nInterface    Bytes"));
+    EXPECT_THAT(outcome.output, Not(HasSubstr("\nReceive errors\n")));
+}
+
+TEST_F(show_counters, show_errors_where_there_are_any) {
+    exist({"Ethernet2/1", "Ethernet2/2"});
+    count("Ethernet2/1", 1);
+    count("Ethernet2/2", 1);
+    the_switch.counters["Ethernet2/2"].stats.crc_errors = 17;
+    EXPECT_THAT(run({}).output,
+                EndsWith("\n\nReceive errors\n"
+                         "Interface    Counting (s)  CRC  Alignment  Symbol  Undersize  Oversize  Fragments  Jabbers  "
+                         "Overruns\n"
+                         "Ethernet2/2  0             17   0          0       0          0         0          0        "
+                         "0\n"));
 }
 
 TEST_F(show_counters, of_those_named_are_in_their_order) {
@@ -84,6 +99,19 @@ TEST_F(show_counters, name_each_port_that_fails_and_go_on) {
     EXPECT_EQ(ports[0].at("rx_frames"), 5);
 }
 
+TEST_F(show_counters, wait_once_for_a_line_card_that_hangs) {
+    exist({"Ethernet2/1", "Ethernet2/2", "Ethernet2/2.7", "Ethernet3/1", "fcip3"});
+    fail("Ethernet2/1", -1, ETIMEDOUT);
+    count("Ethernet3/1", 1);
+    count("fcip3", 1);
+    const auto outcome = run({"Ethernet2/1-2", "Ethernet3/1", "Ethernet2/2.7", "fcip3"});
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_THAT(the_switch.asked, ElementsAre("brief", "read Ethernet2/1", "read Ethernet3/1", "read fcip3"));
+    EXPECT_THAT(outcome.messages, ElementsAre("Ethernet2/1: its line card did not answer in time",
+                                              "Ethernet2/2: its line card did not answer in time about Ethernet2/1",
+                                              "Ethernet2/2.7: its line card did not answer in time about Ethernet2/1"));
+}
+
 TEST_F(show_counters, end_when_a_signal_comes) {
     exist({"Ethernet2/1", "Ethernet2/2"});
     fail("Ethernet2/1", -1, EINTR);
@@ -99,19 +127,6 @@ TEST_F(show_counters, are_not_there_for_every_kind) {
     EXPECT_THAT(outcome.messages,
                 ElementsAre("no such interface: fc2/1-3", "fc1/1: interfaces of this kind have no counters"));
     EXPECT_THAT(the_switch.asked, ElementsAre("brief", "read Ethernet2/1"));
-TEST_F(show_counters, wait_once_for_a_line_card_that_hangs) {
-    exist({"Ethernet2/1", "Ethernet2/2", "Ethernet2/2.7", "Ethernet3/1", "fcip3"});
-    fail("Ethernet2/1", -1, ETIMEDOUT);
-    count("Ethernet3/1", 1);
-    count("fcip3", 1);
-    const auto outcome = run({"Ethernet2/1-2", "Ethernet3/1", "Ethernet2/2.7", "fcip3"});
-    EXPECT_EQ(outcome.status, 1);
-    EXPECT_THAT(the_switch.asked, ElementsAre("brief", "read Ethernet2/1", "read Ethernet3/1", "read fcip3"));
-    EXPECT_THAT(outcome.messages, ElementsAre("Ethernet2/1: its line card did not answer in time",
-                                              "Ethernet2/2: its line card did not answer in time about Ethernet2/1",
-                                              "Ethernet2/2.7: its line card did not answer in time about Ethernet2/1"));
-}
-
     EXPECT_THAT(outcome.output, HasSubstr("\nEthernet2/1  "));
 }
 

@@ -234,7 +234,7 @@ TEST_F(watch, begins_to_measure_with_each_run) {
         around_.steps = {[] {}};
         EXPECT_EQ(run({"show", "interface", "counters", "--watch", "1"}), 0);
         EXPECT_THAT(around_.drawings.at(0), HasSubstr("\nTransmitted\nInterface    Bytes/s  Frames/s  Errors/s  Bytes  "
-                                                      "Frames  Unicast  Multicast  Broadcast  Errors  Drops\n"
+                                                      "Frames  Unicast  Multicast  Broadcast  Pause  Errors  Drops\n"
                                                       "Ethernet2/1  -        -         -         0      1000    0"));
     }
 }

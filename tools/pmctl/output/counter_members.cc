@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "output/counter_members.h"
 
+#include <algorithm>
+
 #include "output/column_table.h"
 #include "output/member_place.h"
 
@@ -34,6 +36,8 @@ constexpr record_member traffic[] = {
     TRAFFIC_MEMBERS("Transmitted multicast", "tx_multicast", TX_MULTICAST),
     TRAFFIC_MEMBERS("Received broadcast", "rx_broadcast", RX_BROADCAST),
     TRAFFIC_MEMBERS("Transmitted broadcast", "tx_broadcast", TX_BROADCAST),
+    {"Received pause frames", "rx_pause_frames", PLACE(stats.rx_pause_frames), number},
+    {"Transmitted pause frames", "tx_pause_frames", PLACE(stats.tx_pause_frames), number},
 };
 #undef TRAFFIC_MEMBERS
 
@@ -49,7 +53,6 @@ constexpr record_member tx_rates[] = RATE_MEMBERS(tx);
 #undef RATE_MEMBERS
 
 constexpr record_member rx_errors[] = {
-    {"Pause", "rx_pause_frames", PLACE(stats.rx_pause_frames), number},
     {"CRC", "crc_errors", PLACE(stats.crc_errors), number},
     {"Alignment", "alignment_errors", PLACE(stats.alignment_errors), number},
     {"Symbol", "symbol_errors", PLACE(stats.symbol_errors), number},
@@ -61,7 +64,6 @@ constexpr record_member rx_errors[] = {
 };
 
 constexpr record_member tx_errors[] = {
-    {"Pause", "tx_pause_frames", PLACE(stats.tx_pause_frames), number},
     {"Underruns", "tx_underruns", PLACE(stats.tx_underruns), number},
     {"Collisions", "collisions", PLACE(stats.collisions), number},
     {"Late", "late_collisions", PLACE(stats.late_collisions), number},
@@ -77,28 +79,37 @@ constexpr member_group groups[] = {
 };
 
 // The totals of one direction as columns.
-#define TOTAL_COLUMNS(CLASS)                                                                              \
+#define TOTAL_COLUMNS(CLASS, direction)                                                                   \
     {                                                                                                     \
         {"Bytes", {}, TRAFFIC(CLASS, octets), number}, {"Frames", {}, TRAFFIC(CLASS, frames), number},    \
             {"Unicast", {}, TRAFFIC(CLASS##_UNICAST, frames), number},                                    \
             {"Multicast", {}, TRAFFIC(CLASS##_MULTICAST, frames), number},                                \
             {"Broadcast", {}, TRAFFIC(CLASS##_BROADCAST, frames), number},                                \
+            {"Pause", {}, PLACE(stats.direction##_pause_frames), number},                                 \
             {"Errors", {}, TRAFFIC(CLASS, errors), number}, {"Drops", {}, TRAFFIC(CLASS, drops), number}, \
     }
-constexpr record_member rx_totals[] = TOTAL_COLUMNS(RX);
-constexpr record_member tx_totals[] = TOTAL_COLUMNS(TX);
+constexpr record_member rx_totals[] = TOTAL_COLUMNS(RX, rx);
+constexpr record_member tx_totals[] = TOTAL_COLUMNS(TX, tx);
 #undef TOTAL_COLUMNS
 
 using members = std::span<const record_member>;
 
-// The interface is the first column of each table.
-sheet table_of(const char *title, const record_list &records, members first, members then) {
-    std::vector<record_member> columns{general[0]};
-    columns.insert(columns.end(), first.begin(), first.end());
-    columns.insert(columns.end(), then.begin(), then.end());
+constexpr members interface_column(general, 1);
+
+sheet table_of(const char *title, const record_list &records, std::initializer_list<members> parts) {
+    std::vector<record_member> columns;
+    for (const members &part : parts) columns.insert(columns.end(), part.begin(), part.end());
     sheet table = column_sheet(columns, records);
     table.title = title;
     return table;
+}
+
+record_list those_with_any(members counts, record_list records) {
+    std::erase_if(records, [counts](const auto &record) {
+        return std::all_of(counts.begin(), counts.end(),
+                           [&record](const record_member &each) { return number_of(each, record) == 0; });
+    });
+    return records;
 }
 
 constexpr record_member host_general[] = {
@@ -139,10 +150,11 @@ std::span<const member_group> counter_groups() { return groups; }
 
 std::vector<sheet> counter_sheets(const std::vector<counted_interface> &interfaces, bool with_rates) {
     const record_list records = records_of(std::span(interfaces));
-    const members no_members;
-    return {table_of("Received", records, with_rates ? rx_rates : no_members, rx_totals),
-            table_of("Transmitted", records, with_rates ? tx_rates : no_members, tx_totals),
-            table_of("Receive errors", records, {}, rx_errors), table_of("Transmit errors", records, {}, tx_errors)};
+    const auto if_measured = [with_rates](members rates) { return with_rates ? rates : members(); };
+    return {table_of("Received", records, {interface_column, if_measured(rx_rates), rx_totals}),
+            table_of("Transmitted", records, {interface_column, if_measured(tx_rates), tx_totals}),
+            table_of("Receive errors", those_with_any(rx_errors, records), {general, rx_errors}),
+            table_of("Transmit errors", those_with_any(tx_errors, records), {general, tx_errors})};
 }
 
 std::span<const member_group> host_interface_groups() { return host_groups; }

@@ -32,7 +32,8 @@ struct PM_PACKED counted_interface {
 // Every counter, and every rate.
 std::span<const member_group> counter_groups();
 
-// Tables with a line for each interface; rates are there when they are measured.
+// Tables of the traffic with a line for each interface, with rates when they are measured, and tables of the errors
+// with a line for each interface that has any.
 std::vector<sheet> counter_sheets(const std::vector<counted_interface> &interfaces, bool with_rates);
 
 // The counters of a network interface of this machine.
