@@ -18,8 +18,7 @@ void check_words(const command &of, const arguments &given);
 // What was typed for argument_content::seconds, in seconds. Throws usage_error.
 double parse_seconds(const std::string &text);
 
-// What was typed for argument_content::module. Throws usage_error, which suggests one of the words that may stand there,
-// too.
+// What was typed for argument_content::module, where one of the words `beside` may have been meant. Throws usage_error.
 uint8_t parse_module(const std::string &text, const std::vector<std::string> &beside = {});
 
 // What was typed for argument_content::type: a word or a number. Throws usage_error.
