@@ -46,16 +46,6 @@ part_number = "IO-10G-SR"
 serial_number = "IOE00000000"
 )";
 
-constexpr std::string_view ethernet_1g = R"(
-technology = "1000BASE-SX"
-bit_rate = 1300
-wavelength = 850
-length_om1 = 270
-length_om2 = 550
-part_number = "IO-1G-SX"
-serial_number = "IOG00000000"
-)";
-
 transceiver_plan plan_of(std::string_view text) {
     const document_value table{0, parse_document(std::string(common).append(text))};
     const section from("default", table, {}, transceiver_keys());
@@ -69,10 +59,8 @@ transceiver_plan plan_of(std::string_view text) {
 
 const transceiver_plan &default_transceiver(port_kind kind) {
     static const transceiver_plan of_fc = plan_of(fc_8g);
-    static const transceiver_plan of_ips = plan_of(ethernet_1g);
     static const transceiver_plan of_ethernet = plan_of(ethernet_10g);
-    if (kind == port_kind::fc) return of_fc;
-    return kind == port_kind::ips ? of_ips : of_ethernet;
+    return kind == port_kind::fc ? of_fc : of_ethernet;
 }
 
 uint32_t serial_number_of_place(if_index_t if_index) {

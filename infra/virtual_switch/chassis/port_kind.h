@@ -110,8 +110,7 @@ inline constexpr kind_set keeping_counters{port_kind::ethernet, port_kind::ips, 
                                            port_kind::fcip};
 
 // Those that a transceiver can be plugged into.
-inline constexpr kind_set takes_transceiver{port_kind::fc, port_kind::ethernet, port_kind::ips,
-                                            port_kind::ethernet_sfp};
+inline constexpr kind_set takes_transceiver{port_kind::fc, port_kind::ethernet, port_kind::ethernet_sfp};
 
 // A record of this kind as it is before any setting: up, and with nothing derived yet.
 pm_port_info_t default_port_info(port_kind kind, if_index_t if_index);

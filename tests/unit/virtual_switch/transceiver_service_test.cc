@@ -133,7 +133,7 @@ TEST_F(transceivers, without_a_peer_receive_nothing) {
 
 TEST_F(transceivers, belong_to_services) {
     EXPECT_EQ(record(plain, "Ethernet2/1", PM_SAP_ETHERNET)[136], PM_FCOT_PRESENT);
-    EXPECT_EQ(record(plain, "if13-3/1")[136], PM_FCOT_PRESENT);
+    expect_refusal(ask(plain, {{"if13-3/1", "if13-3/1"}}), PM_ERR_REJECTED);
     expect_refusal(ask(plain, {{"Ethernet2/1", "Ethernet2/1"}}), PM_ERR_REJECTED);
     expect_refusal(ask(plain, {{"fc1/1", "fc1/1"}}, PM_SAP_ETHERNET), PM_ERR_REJECTED);
     // The first range decides.
