@@ -17,8 +17,12 @@ struct length_byte {
     uint32_t unit;
     const char *medium;
 };
-constexpr length_byte fibre_lengths[] = {
-    {serial_id::length_single_mode_km, 1000, "single-mode fibre"},
+
+constexpr uint8_t beyond = 0xff;  // of a length byte: more than 254
+
+constexpr length_byte single_mode_fine{serial_id::length_single_mode, 100, "single-mode fibre"};
+constexpr length_byte single_mode_coarse{serial_id::length_single_mode_km, 1000, "single-mode fibre"};
+constexpr length_byte multi_mode_lengths[] = {
     {serial_id::length_copper, 10, "OM4 fibre"},
     {serial_id::length_om3, 10, "OM3 fibre"},
     {serial_id::length_om2, 10, "OM2 fibre"},
@@ -55,6 +59,18 @@ const technology_bit *technology_of(serial_id_page page) {
     return nullptr;
 }
 
+bool is_cable(serial_id_page page) {
+    return (page[serial_id::fc_technology_and_cable] & (cable::passive | cable::active)) != 0;
+}
+
+// The plug of an active cable tells which it is.
+bool is_copper(serial_id_page page) {
+    const technology_bit *const known = technology_of(page);
+    if (known == nullptr) return false;
+    const bool is_either = known->over == medium::either;
+    return is_either ? page[serial_id::connector] == copper_pigtail : known->over == medium::copper;
+}
+
 uint32_t bit_rate_of(serial_id_page page) {
     constexpr uint8_t see_maximum = 0xff;
     const uint8_t nominal = page[serial_id::bit_rate];
@@ -65,6 +81,13 @@ uint32_t wavelength_of(serial_id_page page) {
     const uint32_t nanometres = page[serial_id::wavelength] * 256u + page[serial_id::wavelength + 1];
     const bool has_fraction = page[serial_id::identifier] == dwdm_sfp;
     return nanometres * 100 + (has_fraction ? page[serial_id::wavelength_fraction] : 0u);
+}
+
+// The finer byte, unless only the coarse one tells how far.
+const length_byte &single_mode_length(serial_id_page page) {
+    const uint8_t fine = page[single_mode_fine.offset];
+    const bool is_told = fine != 0 && fine != beyond;
+    return is_told || page[single_mode_coarse.offset] == 0 ? single_mode_fine : single_mode_coarse;
 }
 
 bool is_sum(serial_id_page page, size_t first, size_t check) {
@@ -79,7 +102,7 @@ identification identify(serial_id_page page) {
     found.identifier = name_of(page[serial_id::identifier], identifiers);
     found.connector = name_of(page[serial_id::connector], connectors);
     found.technology = technology != nullptr ? technology->name : std::string_view();
-    found.is_copper = technology != nullptr && technology->is_copper;
+    found.is_copper = is_copper(page);
     found.vendor = text_of(page, serial_id::vendor_name);
     std::copy_n(&page[serial_id::vendor_oui.offset], found.oui.size(), found.oui.begin());
     found.part_number = text_of(page, serial_id::part_number);
@@ -87,7 +110,7 @@ identification identify(serial_id_page page) {
     found.serial_number = text_of(page, serial_id::serial_number);
     take_date(text_of(page, serial_id::date_code), found);
     found.bit_rate = bit_rate_of(page);
-    found.wavelength = found.is_copper ? 0 : wavelength_of(page);
+    found.wavelength = found.is_copper || is_cable(page) ? 0 : wavelength_of(page);
     found.has_diagnostics = (page[serial_id::diagnostic_type] & diagnostic_type::implemented) != 0;
     found.checksums_are_right =
         is_sum(page, 0, serial_id::base_checksum) && is_sum(page, serial_id::options, serial_id::extended_checksum);
@@ -96,17 +119,18 @@ identification identify(serial_id_page page) {
 
 std::vector<reach> reaches_of(serial_id_page page) {
     std::vector<reach> reaches;
-    const technology_bit *const technology = technology_of(page);
-    if (technology != nullptr && technology->is_copper) {
-        if (page[serial_id::length_copper] != 0) reaches.push_back({"copper", page[serial_id::length_copper]});
+    const auto add = [&](const length_byte &length) {
+        const uint8_t count = page[length.offset];
+        if (count == 0) return;
+        const bool is_more = count == beyond;
+        reaches.push_back({length.medium, (is_more ? beyond - 1 : count) * length.unit, is_more});
+    };
+    if (is_copper(page) || is_cable(page)) {
+        add({serial_id::length_copper, 1, is_copper(page) ? "copper" : "cable"});
         return reaches;
     }
-    for (const length_byte &known : fibre_lengths) {
-        // Beyond a kilometre, the byte in kilometres says the same in short.
-        const bool is_short = known.offset == serial_id::length_single_mode_km && page[known.offset] == 0;
-        const uint32_t metres = is_short ? page[serial_id::length_single_mode] * 100u : page[known.offset] * known.unit;
-        if (metres != 0) reaches.push_back({known.medium, metres});
-    }
+    add(single_mode_length(page));
+    for (const length_byte &length : multi_mode_lengths) add(length);
     return reaches;
 }
 

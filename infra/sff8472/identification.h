@@ -16,14 +16,15 @@ using serial_id_page = std::span<const uint8_t, serial_id::page_size>;
 
 // How far a transceiver reaches over a medium.
 struct reach {
-    const char *medium;  // "single-mode fibre", "OM3 fibre", "copper" ...
+    const char *medium;  // "single-mode fibre", "OM3 fibre", "copper", "cable" ...
     uint32_t metres;
+    bool is_more;  // farther than the page can count
 };
 
 struct identification {
     std::string identifier;  // the form: "SFP" ...; "unknown (0x2a)" for codes that have no name here
     std::string connector;
-    std::string technology;  // "short wave laser", "long wave laser", "copper cable" ... ; empty when it tells none
+    std::string technology;  // "short wave laser", "long wave laser", "active cable" ... ; empty when it tells none
     std::string vendor;      // texts without the blanks that pad them
     std::array<uint8_t, 3> oui;
     std::string part_number;
@@ -32,8 +33,8 @@ struct identification {
     std::string date;          // "2024-05-17"; empty when the code is none
     std::string lot;           // the vendor's lot, behind the date
     uint32_t bit_rate;         // MBd; 0 when it tells none
-    uint32_t wavelength;       // 0.01 nm; 0 for copper
-    bool is_copper;            // a cable: its wavelength bytes mean something else
+    uint32_t wavelength;       // 0.01 nm; 0 for copper and for cables
+    bool is_copper;            // of an active cable as far as the page tells
     bool has_diagnostics;      // there is a diagnostic page
     bool checksums_are_right;  // of both parts of the page
 };

@@ -33,13 +33,13 @@ inline constexpr size_t length_single_mode_km = 14;
 inline constexpr size_t length_single_mode = 15;  // units of 100 m
 inline constexpr size_t length_om2 = 16;          // units of 10 m
 inline constexpr size_t length_om1 = 17;          // units of 10 m
-inline constexpr size_t length_copper = 18;       // m; of a fibre transceiver units of 10 m of OM4
+inline constexpr size_t length_copper = 18;       // m, also of any cable; of a fibre transceiver units of 10 m of OM4
 inline constexpr size_t length_om3 = 19;          // units of 10 m
 inline constexpr field vendor_name{20, 16};
 inline constexpr field vendor_oui{37, 3};
 inline constexpr field part_number{40, 16};
 inline constexpr field revision{56, 4};
-inline constexpr size_t wavelength = 60;           // nm, 16 bits; of a copper cable its compliance
+inline constexpr size_t wavelength = 60;           // nm, 16 bits; of a cable its compliance
 inline constexpr size_t wavelength_fraction = 62;  // 0.01 nm, of a DWDM-SFP
 inline constexpr size_t base_checksum = 63;        // low byte of the sum of bytes 0 to 62
 inline constexpr size_t options = 64;              // 16 bits
@@ -50,6 +50,12 @@ inline constexpr size_t diagnostic_type = 92;
 inline constexpr size_t compliance = 94;
 inline constexpr size_t extended_checksum = 95;  // low byte of the sum of bytes 64 to 94
 }  // namespace serial_id
+
+// Bits of serial_id::fc_technology_and_cable: the transceiver is one end of a cable.
+namespace cable {
+inline constexpr uint8_t passive = 0x04;
+inline constexpr uint8_t active = 0x08;
+}  // namespace cable
 
 // Bits of serial_id::diagnostic_type.
 namespace diagnostic_type {

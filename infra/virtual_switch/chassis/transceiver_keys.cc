@@ -38,7 +38,7 @@ void write_technology(const document_value &value, const std::string &key, trans
     std::fill(page + serial_id::length_single_mode_km, page + serial_id::vendor_name.offset, uint8_t{0});
     std::fill(page + serial_id::wavelength, page + serial_id::base_checksum, uint8_t{0});
     page[technology.offset] = technology.bit;
-    if (technology.is_copper) to.calibrated = calibration::none;
+    if (technology.over != sff8472::medium::fibre) to.calibrated = calibration::none;
 }
 
 struct fc_speed {

@@ -425,4 +425,12 @@ TEST_F(show_transceiver, calibrates_what_the_transceiver_does_not) {
     EXPECT_EQ(object.at("voltage_low_alarm"), 5.941);
 }
 
+TEST_F(show_transceiver, tells_that_it_reaches_farther_than_its_page_can_count) {
+    exist({"fc1/1"});
+    plug_in("fc1/1");
+    the_switch.transceivers["fc1/1"].serial_id[sff8472::serial_id::length_om3] = 255;
+    EXPECT_THAT(run({"details", "fc1/1"}).output, HasSubstr("Reach, OM3 fibre (m)     >2540\n"));
+    EXPECT_EQ(first_object({"fc1/1"}).at("reaches"), json({">2540 m of OM3 fibre", "50 m of OM2 fibre"}));
+}
+
 }  // namespace

@@ -21,6 +21,11 @@ std::string text_of(quantity of, int32_t number) {
     return quantity_text(measured_quantities[static_cast<size_t>(of)], number);
 }
 
+TEST(metres_text, is_honest_about_what_is_beyond_the_page) {
+    EXPECT_EQ(pmctl::metres_text({"OM3 fibre", 150, false}), "150");
+    EXPECT_EQ(pmctl::metres_text({"OM3 fibre", 2540, true}), ">2540");
+}
+
 TEST(measured_quantities, stand_in_the_order_of_the_page) {
     for (size_t i = 0; i < measured_quantities.size(); ++i)
         EXPECT_EQ(static_cast<size_t>(measured_quantities[i].of), i);

@@ -50,11 +50,32 @@ TEST(technology, is_told_by_single_bits) {
     EXPECT_EQ(identify(with({{7, 0x02}})).technology, "long wave laser");
     EXPECT_EQ(identify(with({{7, 0x04}})).technology, "short wave laser");
     EXPECT_EQ(identify(with({{8, 0x04}})).technology, "passive copper cable");
-    EXPECT_EQ(identify(with({{8, 0x08}})).technology, "active copper cable");
+    EXPECT_EQ(identify(with({{8, 0x08}})).technology, "active cable");
     EXPECT_EQ(identify(with({{8, 0x10}})).technology, "long wave laser");
     EXPECT_EQ(identify(with({{8, 0x20}})).technology, "short wave laser with OFC");
     EXPECT_EQ(identify(with({{8, 0x40}})).technology, "short wave laser");
+    EXPECT_EQ(identify(with({{6, 0x10}})).technology, "100BASE-LX10");
+    EXPECT_EQ(identify(with({{6, 0x20}})).technology, "100BASE-FX");
+    EXPECT_EQ(identify(with({{6, 0x40}})).technology, "BASE-BX10");
+    EXPECT_EQ(identify(with({{6, 0x80}})).technology, "BASE-PX");
+    EXPECT_EQ(identify(with({{7, 0x01}})).technology, "electrical inter-enclosure");
+    EXPECT_EQ(identify(with({{8, 0x80}})).technology, "electrical intra-enclosure");
     EXPECT_EQ(identify(with({})).technology, "");
+}
+
+TEST(copper, is_told_by_the_technology) {
+    for (const auto &[offset, bit] : {std::pair<size_t, uint8_t>{6, 0x08}, {6, 0x04}, {7, 0x01}, {8, 0x04}, {8, 0x80}})
+        EXPECT_TRUE(identify(with({{offset, bit}})).is_copper) << offset << " " << int{bit};
+    EXPECT_FALSE(identify(with({{7, 0x03}})).is_copper);
+    EXPECT_FALSE(identify(with({})).is_copper);
+    // Whatever its connector is.
+    EXPECT_FALSE(identify(with({{2, 0x21}, {3, 0x10}})).is_copper);
+}
+
+TEST(copper, is_told_by_the_plug_of_an_active_cable) {
+    EXPECT_TRUE(identify(with({{2, 0x21}, {8, 0x08}})).is_copper);
+    for (const uint8_t plug : {uint8_t{0x00}, uint8_t{0x0b}, uint8_t{0x23}})
+        EXPECT_FALSE(identify(with({{2, plug}, {8, 0x08}})).is_copper);
 }
 
 TEST(texts, end_before_the_blanks_that_pad_them) {
@@ -89,8 +110,9 @@ TEST(wavelength, has_a_fraction_in_dwdm_transceivers) {
     EXPECT_EQ(identify(with({{0, 0x03}, {60, 0x03}, {61, 0x52}, {62, 7}})).wavelength, 85000u);
     EXPECT_EQ(identify(with({{0, 0x0b}, {60, 0x06}, {61, 0x0e}, {62, 12}})).wavelength, 155012u);
     const identification cable = identify(with({{8, 0x04}, {60, 0x01}}));
-    EXPECT_TRUE(cable.is_copper);
     EXPECT_EQ(cable.wavelength, 0u);
+    EXPECT_EQ(identify(with({{2, 0x0b}, {8, 0x08}, {60, 0x01}})).wavelength, 0u);
+    EXPECT_EQ(identify(with({{6, 0x08}, {60, 0x01}})).wavelength, 0u);
 }
 
 TEST(diagnostics, are_told_by_one_bit) {
@@ -114,19 +136,38 @@ TEST(checksums, cover_all_of_both_parts) {
 
 std::string reaches_of(const page &of) {
     std::string text;
-    for (const auto &[medium, metres] : sff8472::reaches_of(of))
-        text.append(medium).append(" ").append(std::to_string(metres)).append("; ");
+    for (const auto &[medium, metres, is_more] : sff8472::reaches_of(of))
+        text.append(medium).append(is_more ? " >" : " ").append(std::to_string(metres)).append("; ");
     return text;
 }
 
 TEST(reaches, have_units_by_medium) {
-    EXPECT_EQ(reaches_of(with({{14, 10}, {15, 100}})), "single-mode fibre 10000; ");
-    EXPECT_EQ(reaches_of(with({{15, 5}})), "single-mode fibre 500; ");
     EXPECT_EQ(reaches_of(with({{16, 8}, {17, 3}, {18, 40}, {19, 30}})),
               "OM4 fibre 400; OM3 fibre 300; OM2 fibre 80; OM1 fibre 30; ");
     EXPECT_EQ(reaches_of(with({{8, 0x04}, {18, 5}, {19, 7}})), "copper 5; ");
     EXPECT_EQ(reaches_of(with({{8, 0x04}})), "");
+    EXPECT_EQ(reaches_of(with({{2, 0x21}, {8, 0x08}, {18, 5}})), "copper 5; ");
+    EXPECT_EQ(reaches_of(with({{2, 0x0b}, {8, 0x08}, {18, 20}, {19, 7}})), "cable 20; ");
     EXPECT_EQ(reaches_of(with({})), "");
+}
+
+TEST(reaches, over_single_mode_fibre_have_a_fine_and_a_coarse_unit) {
+    const auto reach = [](uint8_t kilometres, uint8_t hundreds) {
+        return reaches_of(with({{14, kilometres}, {15, hundreds}}));
+    };
+    EXPECT_EQ(reach(10, 100), "single-mode fibre 10000; ");
+    EXPECT_EQ(reach(10, 104), "single-mode fibre 10400; ");
+    EXPECT_EQ(reach(0, 5), "single-mode fibre 500; ");
+    EXPECT_EQ(reach(80, 0), "single-mode fibre 80000; ");
+    EXPECT_EQ(reach(80, 255), "single-mode fibre 80000; ");
+    EXPECT_EQ(reach(255, 255), "single-mode fibre >254000; ");
+    EXPECT_EQ(reach(0, 255), "single-mode fibre >25400; ");
+}
+
+TEST(reaches, may_be_farther_than_a_byte_counts) {
+    EXPECT_EQ(reaches_of(with({{16, 254}, {17, 255}, {18, 255}, {19, 255}})),
+              "OM4 fibre >2540; OM3 fibre >2540; OM2 fibre 2540; OM1 fibre >2540; ");
+    EXPECT_EQ(reaches_of(with({{8, 0x04}, {18, 255}})), "copper >254; ");
 }
 
 }  // namespace

@@ -152,8 +152,9 @@ TEST(page_keys, take_what_goes_with_another_technology_away) {
     EXPECT_EQ(cable.serial_id[92], 0);
     EXPECT_EQ(cable.serial_id[94], 0);
     EXPECT_FALSE(cable.has_diagnostics);
+    EXPECT_FALSE(with("technology = 'active cable'").has_diagnostics);
     EXPECT_THAT(cable.diagnostics, testing::Each(0));
-    EXPECT_TRUE(with("technology = 'active copper cable'\ncalibration = 'internal'").has_diagnostics);
+    EXPECT_TRUE(with("technology = 'active cable'\ncalibration = 'internal'").has_diagnostics);
 }
 
 TEST(page_keys, say_how_fast_and_how_far) {

@@ -17,7 +17,8 @@ json_value or_null(uint32_t zero_or_number, double number) {
 
 std::vector<std::string> reach_texts(const std::vector<sff8472::reach> &reaches) {
     std::vector<std::string> texts;
-    for (const sff8472::reach &each : reaches) texts.push_back(fmt::format("{} m of {}", each.metres, each.medium));
+    for (const sff8472::reach &each : reaches)
+        texts.push_back(fmt::format("{} m of {}", metres_text(each), each.medium));
     return texts;
 }
 

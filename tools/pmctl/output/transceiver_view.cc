@@ -96,7 +96,7 @@ void add_identity(sheet &list, const transceiver &of) {
     };
     list.rows.insert(list.rows.end(), rows.begin(), rows.end());
     for (const sff8472::reach &each : of.reaches)
-        list.rows.push_back({{fmt::format("Reach, {} (m)", each.medium)}, {fmt::to_string(each.metres)}});
+        list.rows.push_back({{fmt::format("Reach, {} (m)", each.medium)}, {metres_text(each)}});
 }
 
 cell raised_cell(uint16_t flags, tone when_raised) {

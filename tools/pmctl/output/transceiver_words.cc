@@ -31,6 +31,8 @@ std::string oui_of(const sff8472::identification &of) {
     return fmt::format("{:02x}:{:02x}:{:02x}", of.oui[0], of.oui[1], of.oui[2]);
 }
 
+std::string metres_text(const sff8472::reach &of) { return fmt::format("{}{}", of.is_more ? ">" : "", of.metres); }
+
 const char *reader_of(const transceiver_diagnostics &of) { return of.are_of_line_card ? "line card" : "port manager"; }
 
 double in_unit(const measured_quantity &of, int32_t number) { return number / of.in_one; }

@@ -15,6 +15,9 @@ namespace pmctl {
 // "00:1b:21".
 std::string oui_of(const sff8472::identification &of);
 
+// "150", ">2540" where the page can count no farther.
+std::string metres_text(const sff8472::reach &of);
+
 // Who read the transceiver.
 const char *reader_of(const transceiver_diagnostics &of);
 
