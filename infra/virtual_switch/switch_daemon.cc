@@ -121,6 +121,14 @@ void switch_daemon::remove_absent_line_cards() {
     });
 }
 
+// Another module in a slot has not served before.
+void switch_daemon::restart_replaced_line_cards(const std::map<uint8_t, line_card> &before) {
+    for (const auto &[slot, card] : state_.model().line_cards) {
+        const auto old = before.find(slot);
+        if (old != before.end() && old->second != card) line_cards_.at(slot).started = state_.now();
+    }
+}
+
 void switch_daemon::run() {
     std::printf("%s: ready: %s, %zu ports, run-time directory %s\n", program_name, state_.model().name.c_str(),
                 state_.model().ports.size(), runtime_dir_.c_str());
@@ -142,7 +150,9 @@ void switch_daemon::reload() {
     try {
         chassis_model chassis = load_chassis(chassis_file_);
         add_line_cards(chassis);
+        const auto before = state_.model().line_cards;
         state_.reload(std::move(chassis));
+        restart_replaced_line_cards(before);
     } catch (const std::exception &error) {
         std::fprintf(stderr, "%s: not reloaded: %s\n", program_name, error.what());
     }

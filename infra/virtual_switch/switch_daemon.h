@@ -38,6 +38,7 @@ class switch_daemon {
     void add_services();
     void add_line_cards(const chassis_model &chassis);
     void remove_absent_line_cards();
+    void restart_replaced_line_cards(const std::map<uint8_t, line_card> &before);
     void add_service(uint32_t node, uint32_t sap, mts_service_t service, void *context);
     void handle_signal(int fd);
     void reload();

@@ -48,6 +48,7 @@ struct line_card {
     uint8_t port_count;
 
     [[nodiscard]] uint32_t node() const;
+    bool operator==(const line_card &) const = default;
 };
 
 // The members of a port channel, at most as many as the chassis database publishes.

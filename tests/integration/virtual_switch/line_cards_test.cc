@@ -118,6 +118,18 @@ TEST_F(line_cards, come_and_go_with_a_reload) {
     EXPECT_EQ(daemon.read_rest(child_process::standard_error), "");
 }
 
+TEST_F(line_cards, are_new_when_another_module_takes_their_slot) {
+    write(chassis_with(module_in(1, "fc") + module_in(2, "fc")));
+    const virtual_switch_process daemon(file_);
+    std::this_thread::sleep_for(std::chrono::milliseconds(500));
+    write(chassis_with(module_in(1, "fc") + module_in(2, "ethernet")));
+    daemon.send(SIGHUP);
+    EXPECT_TRUE(comes_to("Ethernet2/1", 0));
+    const uint64_t age_of_new_module = extra_.age;
+    EXPECT_EQ(diagnostics("fc1/1"), 0u);
+    EXPECT_GE(extra_.age, age_of_new_module + 500);
+}
+
 TEST_F(line_cards, stay_when_a_file_cannot_be_taken) {
     write(chassis_with(module_in(1, "fc")));
     virtual_switch_process daemon(file_);
