@@ -2,23 +2,17 @@
 #include "services/answer.h"
 
 #include <algorithm>
-#include <memory>
 
 #include "platform/if_index.h"
 #include "platform_dev/mts_dev.h"
-#include "platform_dev/tlv_builder.h"
 #include "port_mgr/status.h"
 #include "protocol/config_layout.h"
 #include "protocol/cursor.h"
 #include "protocol/port_attribute_codec.h"
+#include "services/element_builder.h"
 
 namespace virtual_switch {
 namespace {
-
-struct tlv_builder_deleter {
-    void operator()(tlv_builder_t *builder) const { tlv_builder_destroy(builder); }
-};
-using element_builder = std::unique_ptr<tlv_builder_t, tlv_builder_deleter>;
 
 bool add_elements(tlv_builder_t *elements, const port &of, bool with_owner) {
     for (const pm::port_attribute &attribute : pm::port_attributes) {

@@ -1,25 +1,17 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "services/sfp_diagnostics_service.h"
 
-#include <memory>
-
 #include "platform/if_index.h"
-#include "platform_dev/tlv_builder.h"
 #include "port_mgr/opcodes.h"
 #include "port_mgr/status.h"
 #include "protocol/cursor.h"
-#include "protocol/line_card_node.h"
 #include "protocol/sfp_diagnostics_layout.h"
+#include "services/element_builder.h"
 #include "services/line_card.h"
 #include "services/request_payload.h"
 
 namespace virtual_switch {
 namespace {
-
-struct tlv_builder_deleter {
-    void operator()(tlv_builder_t *builder) const { tlv_builder_destroy(builder); }
-};
-using element_builder = std::unique_ptr<tlv_builder_t, tlv_builder_deleter>;
 
 constexpr uint32_t externally_calibrated = 1;
 
@@ -30,17 +22,13 @@ struct target {
     const transceiver *plugged_in = nullptr;
 };
 
-bool is_on_card(const port &at, const line_card_context &card) {
-    return at.place.node == pm::line_card_node(card.slot);
-}
-
 target find_target(const line_card_context &card, const mts_request_t &request) {
     if (request.opcode != MTS_OPC_GET_SFP_DIAG_INFO) return {PM_ERR_FAILURE};
     if (request.payload_size != pm::sfp_request_size) return {PM_ERR_INVALID_PARAM};
     const chassis_model &model = card.state->model();
     const if_index_t if_index = pm::load_be32(request.payload);
     const port *const at = model.find(if_index);
-    if (at == nullptr || !is_on_card(*at, card)) return {PM_ERR_INVALID_RANGE};
+    if (at == nullptr || !at->place.is_in(card.slot)) return {PM_ERR_INVALID_RANGE};
     const transceiver *const plugged_in = model.plugged_into(if_index);
     if (plugged_in == nullptr || !plugged_in->has_diagnostics) return {PM_ERR_REJECTED};
     return {0, at, plugged_in};
