@@ -17,7 +17,9 @@ constexpr std::string_view blanks = " \t\r";
 [[noreturn]] void fail(unsigned line, const std::string &what) { throw chassis_error(line, "page dump", what); }
 
 [[noreturn]] void fail_word(unsigned line, std::string_view word, const char *what) {
-    fail(line, std::string("'").append(word).append("' ").append(what));
+    constexpr size_t most_shown = 32;
+    const std::string_view shown = word.substr(0, most_shown);
+    fail(line, std::string("'").append(shown).append(shown == word ? "' " : "...' ").append(what));
 }
 
 // Takes a line, or a word of a line, from the front of a text.
@@ -98,7 +100,7 @@ transceiver transceiver_of(const std::vector<uint8_t> &pages) {
 std::vector<uint8_t> load_page_dump(const std::string &path) {
     constexpr size_t most_mib = 1;
     try {
-        return parse_page_dump(read_text_file(file_handle(std::fopen(path.c_str(), "re")), most_mib));
+        return parse_page_dump(read_text_file(open_regular_file(path), most_mib));
     } catch (const chassis_error &error) {
         throw std::runtime_error(path + ":" + error.what());
     }

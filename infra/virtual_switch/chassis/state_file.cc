@@ -2,7 +2,6 @@
 #include "chassis/state_file.h"
 
 #include <fcntl.h>
-#include <sys/stat.h>
 
 #include <cerrno>
 #include <stdexcept>
@@ -15,15 +14,10 @@ namespace {
 
 constexpr size_t most_mib = 16;
 
-// A link is refused since replacing the file would replace the link; opening a pipe must not wait for its other end.
+// A link is refused since replacing the file would replace the link.
 file_handle open_state(const std::string &path) {
-    const int fd = open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK);
-    if (fd < 0 && errno == ELOOP) throw chassis_error(1, "file", "is a symbolic link");
-    file_handle file(fd < 0 ? nullptr : fdopen(fd, "r"));
-    struct stat status {};
-    if (file != nullptr && fstat(fd, &status) == 0 && !S_ISREG(status.st_mode)) {
-        throw chassis_error(1, "file", "is no regular file");
-    }
+    file_handle file = open_regular_file(path, O_NOFOLLOW);
+    if (file == nullptr && errno == ELOOP) throw chassis_error(1, "file", "is a symbolic link");
     return file;
 }
 

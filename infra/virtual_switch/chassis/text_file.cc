@@ -48,6 +48,16 @@ bool replace_durably(const std::string &path, const std::string &temporary, std:
 
 }  // namespace
 
+file_handle open_regular_file(const std::string &path, int more_flags) {
+    const int fd = open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | more_flags);
+    file_handle file(fd < 0 ? nullptr : fdopen(fd, "r"));
+    struct stat status {};
+    if (file != nullptr && fstat(fd, &status) == 0 && !S_ISREG(status.st_mode)) {
+        throw chassis_error(1, "file", "is no regular file");
+    }
+    return file;
+}
+
 std::string read_text_file(file_handle file, size_t most_mib) {
     if (file == nullptr) throw chassis_error(1, "file", std::strerror(errno));
     const size_t most = most_mib * bytes_in_mib;

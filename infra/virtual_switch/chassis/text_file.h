@@ -18,6 +18,10 @@ struct file_closer {
 };
 using file_handle = std::unique_ptr<std::FILE, file_closer>;
 
+// Opens a file to read it, without ever waiting for the other end of a pipe; `more_flags` are open's. Returns null with
+// errno when it cannot, and throws chassis_error when it is no regular file.
+file_handle open_regular_file(const std::string &path, int more_flags = 0);
+
 // Reads a file that was opened just now; null stands for a failure that is in errno. Throws chassis_error, also for a
 // file of more than `most_mib`.
 std::string read_text_file(file_handle file, size_t most_mib);

@@ -3,6 +3,7 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
 #include "chassis/chassis_file.h"
 #include "names.h"
@@ -84,6 +85,11 @@ TEST(page_dump, tells_what_is_wrong_with_a_line) {
         {"0x0010: 00 11 22 33", "4: page dump: the line has 4 bytes, not 16"},
         {"0x0010:", "4: page dump: the line has 0 bytes, not 16"},
         {"0x0010: 0 1 2 3 4 5 6 7 8 9 a b c d e f", "4: page dump: '0' is no byte in hex"},
+        {"0x0010: 0123456789abcdef0123456789abcdef",
+         "4: page dump: '0123456789abcdef0123456789abcdef' is no byte in hex"},
+        {"0x0010: 0123456789abcdef0123456789abcdef0",
+         "4: page dump: '0123456789abcdef0123456789abcdef...' is no byte in hex"},
+        {"0x0010: \x1b[2J", "4: page dump: '?[2J' is no byte in hex"},
         {"0x0010: 00 0g", "4: page dump: '0g' is no byte in hex"},
         {"0x0010: 00 -1", "4: page dump: '-1' is no byte in hex"},
         {"0x0010: 00 0x11", "4: page dump: '0x11' is no byte in hex"},
@@ -196,6 +202,20 @@ TEST_F(dump_of_chassis, tells_its_own_name_and_line) {
     std::ofstream(folder_.file("bad.hex")) << "\n0x0010: 00\n";
     EXPECT_EQ(complaint_of_chassis("pages = 'bad.hex'"),
               folder_.file("bad.hex") + ":2: page dump: the line starts at byte 16, not at 0");
+}
+
+TEST_F(dump_of_chassis, is_a_regular_file) {
+    const std::string path = folder_.file("odd.hex");
+    ASSERT_EQ(mkfifo(path.c_str(), 0600), 0);
+    EXPECT_EQ(complaint_of_chassis("pages = 'odd.hex'"), path + ":1: file: is no regular file");
+    EXPECT_EQ(complaint_of_chassis("pages = 'pages'"), folder_.file("pages") + ":1: file: is no regular file");
+    EXPECT_EQ(complaint_of_chassis("pages = '/dev/zero'"), "/dev/zero:1: file: is no regular file");
+    std::filesystem::create_symlink("pages/one.hex", folder_.file("link.hex"));
+    EXPECT_EQ(complaint_of_chassis("pages = 'link.hex'"), "");
+    std::filesystem::create_symlink("round.hex", folder_.file("round.hex"));
+    EXPECT_THAT(complaint_of_chassis("pages = 'round.hex'"), testing::EndsWith("Too many levels of symbolic links"));
+    std::ofstream(folder_.file("huge.hex")) << std::string((1 << 20) + 1, '\n');
+    EXPECT_THAT(complaint_of_chassis("pages = 'huge.hex'"), testing::EndsWith("is larger than 1 MiB"));
 }
 
 TEST_F(dump_of_chassis, goes_with_drifts_alone) {
