@@ -207,6 +207,8 @@ TEST(chassis_file, must_be_toml) {
     EXPECT_THAT(complaint("[chassis]\nname = \n"), testing::StartsWith("2: TOML: "));
     EXPECT_THAT(complaint("[chassis]\nname = 'x'\nname = 'y'\n"), testing::StartsWith("3: TOML: "));
     EXPECT_THAT(complaint("\xff\xfe"), testing::StartsWith("1: TOML: "));
+    for (const char *header : {"[[ = 1", "[=]", "[a.=]"})
+        EXPECT_THAT(complaint(header), testing::StartsWith("1: TOML: ")) << header;
 }
 
 // A table for each part of a key would take more stack than there is.
