@@ -9,6 +9,7 @@
 #include <unistd.h>
 
 #include <chrono>
+#include <filesystem>
 #include <stdexcept>
 #include <thread>
 #include <utility>
@@ -81,6 +82,11 @@ std::string child_process::read_rest(output from) {
 }
 
 void child_process::send(int signal) const { kill(pid_, signal); }
+
+size_t child_process::descriptors() const {
+    const std::filesystem::directory_iterator all("/proc/" + std::to_string(pid_) + "/fd");
+    return static_cast<size_t>(std::distance(begin(all), end(all)));
+}
 
 int child_process::wait() {
     const auto deadline = std::chrono::steady_clock::now() + limit;

@@ -28,6 +28,9 @@ class child_process {
 
     void send(int signal) const;
 
+    // How many descriptors it has open.
+    [[nodiscard]] size_t descriptors() const;
+
     // Waits for the end, at most ten seconds. Returns the exit status, 128 and the number of the signal that ended it,
     // or -1 when it runs on.
     int wait();

@@ -2,6 +2,7 @@
 #include "services/listing_service.h"
 
 #include <algorithm>
+#include <set>
 
 #include "chassis/chassis_error.h"
 #include "chassis/interface_names.h"

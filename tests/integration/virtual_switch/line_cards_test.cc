@@ -130,6 +130,23 @@ TEST_F(line_cards, are_new_when_another_module_takes_their_slot) {
     EXPECT_GE(extra_.age, age_of_new_module + 500);
 }
 
+TEST_F(line_cards, leave_no_descriptors_behind) {
+    const std::string first = chassis_with(module_in(1, "fc") + module_in(2, "fc"));
+    const std::string second = chassis_with(module_in(2, "ethernet") + module_in(3, "fc"));
+    write(first);
+    const virtual_switch_process daemon(file_);
+    for (const char *name : {"fc1/1", "fc2/1"}) ASSERT_EQ(diagnostics(name), 0u);
+    const size_t descriptors = daemon.descriptors();
+    for (int i = 0; i < 40; ++i) {
+        const bool is_second = i % 2 == 0;
+        write(is_second ? second : first);
+        daemon.send(SIGHUP);
+        ASSERT_TRUE(comes_to(is_second ? "Ethernet2/1" : "fc2/1", 0)) << i;
+        EXPECT_EQ(diagnostics(is_second ? "fc3/1" : "fc1/1"), 0u);
+    }
+    EXPECT_EQ(daemon.descriptors(), descriptors);
+}
+
 TEST_F(line_cards, stay_when_a_file_cannot_be_taken) {
     write(chassis_with(module_in(1, "fc")));
     virtual_switch_process daemon(file_);
