@@ -154,9 +154,7 @@ void chassis_builder::check_sub_interface(const section &from, if_index_t if_ind
     if (!is_sub_interface(if_index)) from.fail("name", quoted_name(if_index) + " is no sub-interface");
     if (has_reserved_number(if_index)) from.fail("name", quoted_name(if_index) + " has a reserved number");
     const if_index_t main = if_index_get_mainintf_from_subintf(if_index);
-    const port *const found = model_.find(main);
-    if (found == nullptr) from.fail("name", why_missing(main));
-    if (!switched_ethernet.contains(found->kind)) {
+    if (!switched_ethernet.contains(named_port(from, main).kind)) {
         from.fail("name", quoted_name(main) + " is no Ethernet channel and has no sub-interfaces");
     }
 }
@@ -173,10 +171,9 @@ void chassis_builder::override_ports(const document_value &value) {
 void chassis_builder::set_counters(const document_value &value) {
     const section from("counters", value, {"name"}, counter_keys);
     for (const if_index_t if_index : from.interfaces("name")) {
-        const port *const at = model_.find(if_index);
-        if (at == nullptr) from.fail("name", why_missing(if_index));
-        if (!keeping_counters.contains(at->kind)) {
-            from.fail("name", quoted_name(if_index) + " is of kind '" + std::string(traits_of(at->kind).name) +
+        const port_kind kind = named_port(from, if_index).kind;
+        if (!keeping_counters.contains(kind)) {
+            from.fail("name", quoted_name(if_index) + " is of kind '" + std::string(traits_of(kind).name) +
                                   "', which keeps no counters");
         }
         apply_counters(from, model_.counting[if_index]);
@@ -200,10 +197,9 @@ void chassis_builder::add_transceivers(const document_value &value) {
     const bool has_number = dumped || from.has("serial_number");
     uint32_t earlier = 0;
     for (const if_index_t if_index : from.interfaces("name")) {
-        const port *const at = model_.find(if_index);
-        if (at == nullptr) from.fail("name", why_missing(if_index));
-        if (!takes_transceiver.contains(at->kind)) from.fail("name", quoted_name(if_index) + " takes no transceiver");
-        transceiver made = dumped ? *dumped : described_transceiver(from, at->kind);
+        const port_kind kind = named_port(from, if_index).kind;
+        if (!takes_transceiver.contains(kind)) from.fail("name", quoted_name(if_index) + " takes no transceiver");
+        transceiver made = dumped ? *dumped : described_transceiver(from, kind);
         if (!advance_serial_number(made, has_number ? earlier++ : serial_number_of_place(if_index))) {
             from.fail("serial_number", "has no room for a running number");
         }
@@ -225,6 +221,12 @@ void chassis_builder::add_port(const section &from, if_index_t if_index, port_ki
     port added{kind, place, default_port_info(kind, if_index)};
     from.apply_settings(added);
     if (!model_.ports.try_emplace(if_index, added).second) from.fail("name", quoted_name(if_index) + " exists already");
+}
+
+const port &chassis_builder::named_port(const section &from, if_index_t if_index) const {
+    const port *const found = model_.find(if_index);
+    if (found == nullptr) from.fail("name", why_missing(if_index));
+    return *found;
 }
 
 std::string chassis_builder::why_missing(if_index_t if_index) const {

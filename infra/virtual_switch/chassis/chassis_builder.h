@@ -32,6 +32,7 @@ class chassis_builder {
     void add_member(const section &from, if_index_t channel, if_index_t member);
     void add_default_transceivers();
     void check_sub_interface(const section &from, if_index_t if_index) const;
+    [[nodiscard]] const port &named_port(const section &from, if_index_t if_index) const;
     [[nodiscard]] std::string why_missing(if_index_t if_index) const;
     [[nodiscard]] transceiver dumped_transceiver(const section &from) const;
 
