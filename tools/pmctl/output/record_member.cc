@@ -5,7 +5,7 @@
 
 #include <cstring>
 
-#include <fmt/core.h>
+#include <fmt/format.h>
 
 #include "output/printable_text.h"
 #include "port_mgr/port_strings.h"

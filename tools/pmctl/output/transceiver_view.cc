@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "output/transceiver_view.h"
 
-#include <fmt/core.h>
+#include <fmt/format.h>
 
 #include "output/printable_text.h"
 #include "output/record_member.h"

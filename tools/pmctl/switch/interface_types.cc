@@ -3,7 +3,7 @@
 
 #include <strings.h>
 
-#include <fmt/core.h>
+#include <fmt/format.h>
 
 #include "platform/if_index.h"
 

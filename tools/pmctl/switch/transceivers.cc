@@ -107,10 +107,13 @@ std::vector<transceiver_port> transceiver_client::ports(const std::vector<if_ind
     std::vector<transceiver_port> ports;
     for (const if_index_t index : interfaces) {
         const auto found = known.find(index);
-        if (found != known.end())
-            ports.push_back({index, true, found->second});
-        else if (!takes_transceiver(index))
-            ports.push_back({index, false});
+        const bool is_known = found != known.end();
+        const bool takes_one = takes_transceiver(index);
+        if (takes_one && !is_known) continue;
+        transceiver_port &port = ports.emplace_back();
+        port.if_index = index;
+        port.takes_one = takes_one;
+        if (is_known) port.plugged_in = found->second;
     }
     return ports;
 }
