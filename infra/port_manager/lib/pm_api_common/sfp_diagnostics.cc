@@ -103,7 +103,7 @@ uint32_t pm_get_sfp_diag_info(mts_handle_t handle, if_index_t if_index, pm_sfp_d
     uint32_t status = pm_parse_get_sfp_info(answer, received.size(), info, extra);
     status = drop(handle, request, status, "error dropping request");
     status = drop(handle, response, status, "error dropping response");
-    return status != 0 ? status : info->status;
+    return status != 0 || info == nullptr ? status : info->status;
 }
 
 uint32_t pm_parse_get_sfp_info(const void *payload, uint32_t size, pm_sfp_diag_info_t *info,
