@@ -83,7 +83,7 @@ TEST(texts, end_before_the_blanks_that_pad_them) {
     EXPECT_EQ(identify(with_text(20, "SIXTEEN LETTERS!")).vendor, "SIXTEEN LETTERS!");
     EXPECT_EQ(identify(with_text(20, "                ")).vendor, "");
     EXPECT_EQ(identify(with({})).vendor, "");
-    EXPECT_EQ(identify(with_text(40, "PART 1")).part_number, "PART 1");
+    EXPECT_EQ(identify(with_text(40, "SW 850")).part_number, "SW 850");
     EXPECT_EQ(identify(with_text(56, "A01 ")).revision, "A01");
     EXPECT_EQ(identify(with_text(68, "S/N 7  ")).serial_number, "S/N 7");
     const std::array<uint8_t, 3> oui{1, 2, 3};
