@@ -13,8 +13,6 @@
 namespace virtual_switch {
 namespace {
 
-constexpr uint32_t externally_calibrated = 1;
-
 // What a request is about. Without a status, all of it is there.
 struct target {
     uint32_t status = 0;
@@ -91,7 +89,7 @@ void sfp_diagnostics_service(void *line_card, const mts_request_t *request, mts_
     const element_builder elements = build_elements(card, if_index, readings);
     if (elements == nullptr) return refuse(reply, PM_ERR_FAILURE);
     const uint32_t size = tlv_builder_size(elements.get());
-    uint8_t *const to = write_element(reply, is_external ? externally_calibrated : 0, 0, readings, size);
+    uint8_t *const to = write_element(reply, is_external ? PM_SFP_EXTERNALLY_CALIBRATED : 0, 0, readings, size);
     if (to != nullptr) std::memcpy(to, tlv_builder_data(elements.get()), size);
 }
 

@@ -21,7 +21,6 @@ namespace pmctl {
 namespace {
 
 constexpr uint32_t usual_kind = 0;
-constexpr uint32_t externally_calibrated_flag = 1;
 constexpr uint64_t no_age = std::numeric_limits<uint64_t>::max();
 
 std::optional<transceiver_diagnostics> diagnostics_in(const pm_fcot_info_t &record) {
@@ -129,7 +128,7 @@ std::optional<transceiver_diagnostics> transceiver_client::line_card_diagnostics
     if (status == ETIMEDOUT) silent_.note(index);
     if (status != 0) return std::nullopt;
     const sff8472::readings values = readings_of(info);
-    const bool is_external = (info.flags & externally_calibrated_flag) != 0;
+    const bool is_external = (info.flags & PM_SFP_EXTERNALLY_CALIBRATED) != 0;
     if (extra.age == no_age) return transceiver_diagnostics{values, sff8472::flags_of(values), is_external, true};
     return transceiver_diagnostics{values, flags_of(extra), is_external, true, uint64_t{extra.age}};
 }

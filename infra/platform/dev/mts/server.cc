@@ -83,7 +83,8 @@ int server::run() {
         // A source that is done is destroyed in its own event, so no later event of this round can meet it.
         for (int i = 0; i < count && running_; ++i) {
             auto *source = static_cast<event_source *>(events[i].data.ptr);
-            if (sources_.contains(source) && !source->on_event(events[i].events)) sources_.erase(source);
+            const bool is_served = removed_.empty() || sources_.contains(source);
+            if (is_served && !source->on_event(events[i].events)) sources_.erase(source);
         }
     }
     return 0;

@@ -17,9 +17,14 @@ typedef struct PM_PACKED pm_sfp_quantity {
     uint32_t low_alarm;    /* below it: alarm */
 } pm_sfp_quantity_t;
 
+/* Flags of the readings. */
+enum {
+    PM_SFP_EXTERNALLY_CALIBRATED = 0x01 /* the line card did the calibration, else the transceiver itself */
+};
+
 /* The readings of one transceiver, 172 bytes, host order, calibrated, in the units of SFF-8472. */
 typedef struct PM_PACKED pm_sfp_diag_info {
-    uint32_t flags;                /* 1 when the line card did the calibration, 0 when the transceiver itself */
+    uint32_t flags;                /* PM_SFP_... */
     uint32_t status;               /* 0 when the readings are valid; else all other members are 0: see below */
     pm_sfp_quantity_t temperature; /* 1/256 degree Celsius, signed: two's complement */
     pm_sfp_quantity_t voltage;     /* 100 microvolt */
