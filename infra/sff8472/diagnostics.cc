@@ -70,25 +70,27 @@ readings read_diagnostics(diagnostic_page page, bool is_externally_calibrated) {
     return all;
 }
 
-level level_of(const reading &of) {
-    if (of.value > of.high_alarm) return level::high_alarm;
-    if (of.value < of.low_alarm) return level::low_alarm;
-    if (of.value > of.high_warning) return level::high_warning;
-    return of.value < of.low_warning ? level::low_warning : level::normal;
-}
-
 raised_flags flags_of(const readings &of) {
     raised_flags raised{};
-    uint16_t high = 0x8000;
-    for (const reading &each : of) {
+    for (size_t i = 0; i < quantities; ++i) {
+        const reading &each = of[i];
+        const uint16_t high = high_flag(static_cast<quantity>(i));
         const auto low = static_cast<uint16_t>(high >> 1);
         if (each.value > each.high_alarm) raised.alarms |= high;
         if (each.value < each.low_alarm) raised.alarms |= low;
         if (each.value > each.high_warning) raised.warnings |= high;
         if (each.value < each.low_warning) raised.warnings |= low;
-        high >>= 2;
     }
     return raised;
+}
+
+level level_of(const raised_flags &raised, quantity of) {
+    const int high = high_flag(of);
+    const int low = high >> 1;
+    if ((raised.alarms & high) != 0) return level::high_alarm;
+    if ((raised.alarms & low) != 0) return level::low_alarm;
+    if ((raised.warnings & high) != 0) return level::high_warning;
+    return (raised.warnings & low) != 0 ? level::low_warning : level::normal;
 }
 
 }  // namespace sff8472

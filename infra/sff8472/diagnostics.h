@@ -33,11 +33,6 @@ struct reading {
 
 using readings = std::array<reading, quantities>;  // by quantity
 
-enum class level : uint8_t { normal, high_alarm, high_warning, low_warning, low_alarm };
-
-// Whether a reading is out of its thresholds; an alarm counts before a warning.
-level level_of(const reading &of);
-
 // Reads the page; `is_externally_calibrated` as the serial-id page says.
 readings read_diagnostics(diagnostic_page page, bool is_externally_calibrated);
 
@@ -50,6 +45,14 @@ struct raised_flags {
     uint16_t warnings;
 };
 raised_flags flags_of(const readings &of);
+
+// The flag that a quantity raises when it is high; the next lower bit is the one for low.
+constexpr uint16_t high_flag(quantity of) { return static_cast<uint16_t>(0x8000 >> (2 * static_cast<int>(of))); }
+
+enum class level : uint8_t { normal, high_alarm, high_warning, low_warning, low_alarm };
+
+// How far out of its thresholds a quantity is; an alarm counts before a warning.
+level level_of(const raised_flags &raised, quantity of);
 
 }  // namespace sff8472
 

@@ -11,7 +11,6 @@ namespace {
 using pmctl::dbm;
 using pmctl::measured_quantities;
 using pmctl::quantity_text;
-using pmctl::raised_level;
 using sff8472::level;
 using sff8472::quantity;
 using testing::ElementsAre;
@@ -62,25 +61,6 @@ TEST(dbm, is_a_number_to_hundredths) {
     EXPECT_EQ(dbm(0), std::nullopt);
     EXPECT_EQ(dbm(-1), std::nullopt);
     EXPECT_FALSE(std::signbit(*dbm(9999))) << "no minus before 0.00";
-}
-
-TEST(raised_level, reads_the_two_flags_of_each_quantity) {
-    const level high_low[][2] = {{level::high_alarm, level::low_alarm}, {level::high_warning, level::low_warning}};
-    for (int i = 0; i < 10; ++i) {
-        const auto flag = static_cast<uint16_t>(0x8000 >> i);
-        for (int each = 0; each < 5; ++each) {
-            const auto of = static_cast<quantity>(each);
-            const bool is_it = each == i / 2;
-            EXPECT_EQ(raised_level({flag, 0}, of), is_it ? high_low[0][i % 2] : level::normal) << i << " " << each;
-            EXPECT_EQ(raised_level({0, flag}, of), is_it ? high_low[1][i % 2] : level::normal) << i << " " << each;
-        }
-    }
-}
-
-TEST(raised_level, takes_an_alarm_before_a_warning) {
-    EXPECT_EQ(raised_level({0x4000, 0x8000}, quantity::temperature), level::low_alarm);
-    EXPECT_EQ(raised_level({0x8000, 0xffff}, quantity::temperature), level::high_alarm);
-    EXPECT_EQ(raised_level({0x3fff, 0xffff}, quantity::temperature), level::high_warning);
 }
 
 TEST(raised_names, name_quantities_and_directions) {

@@ -156,17 +156,19 @@ TEST(calibration, is_told_by_one_bit) {
 
 reading of_value(int32_t value) { return {value, 100, 80, 20, 10}; }
 
+level level_of_value(int32_t value) { return level_of(sff8472::flags_of({of_value(value)}), quantity::temperature); }
+
 TEST(level, is_normal_up_to_the_thresholds) {
-    for (const int32_t value : {20, 50, 80}) EXPECT_EQ(level_of(of_value(value)), level::normal) << value;
+    for (const int32_t value : {20, 50, 80}) EXPECT_EQ(level_of_value(value), level::normal) << value;
 }
 
 TEST(level, has_alarms_before_warnings) {
-    EXPECT_EQ(level_of(of_value(81)), level::high_warning);
-    EXPECT_EQ(level_of(of_value(100)), level::high_warning);
-    EXPECT_EQ(level_of(of_value(101)), level::high_alarm);
-    EXPECT_EQ(level_of(of_value(19)), level::low_warning);
-    EXPECT_EQ(level_of(of_value(10)), level::low_warning);
-    EXPECT_EQ(level_of(of_value(9)), level::low_alarm);
+    EXPECT_EQ(level_of_value(81), level::high_warning);
+    EXPECT_EQ(level_of_value(100), level::high_warning);
+    EXPECT_EQ(level_of_value(101), level::high_alarm);
+    EXPECT_EQ(level_of_value(19), level::low_warning);
+    EXPECT_EQ(level_of_value(10), level::low_warning);
+    EXPECT_EQ(level_of_value(9), level::low_alarm);
 }
 
 // Bytes 112 and 113, and 116 and 117: high and low of each quantity from the top bit on.
@@ -186,6 +188,25 @@ TEST(flags, have_a_bit_for_each_side_of_each_quantity) {
         expect(19, 0, high >> 1);
         expect(9, high >> 1, high >> 1);
     }
+}
+
+TEST(level, reads_the_two_flags_of_each_quantity) {
+    const level high_low[][2] = {{level::high_alarm, level::low_alarm}, {level::high_warning, level::low_warning}};
+    for (int i = 0; i < 10; ++i) {
+        const auto flag = static_cast<uint16_t>(0x8000 >> i);
+        for (int each = 0; each < 5; ++each) {
+            const auto of = static_cast<quantity>(each);
+            const bool is_it = each == i / 2;
+            EXPECT_EQ(sff8472::level_of({flag, 0}, of), is_it ? high_low[0][i % 2] : level::normal) << i << " " << each;
+            EXPECT_EQ(sff8472::level_of({0, flag}, of), is_it ? high_low[1][i % 2] : level::normal) << i << " " << each;
+        }
+    }
+}
+
+TEST(level, takes_an_alarm_before_a_warning) {
+    EXPECT_EQ(sff8472::level_of({0x4000, 0x8000}, quantity::temperature), level::low_alarm);
+    EXPECT_EQ(sff8472::level_of({0x8000, 0xffff}, quantity::temperature), level::high_alarm);
+    EXPECT_EQ(sff8472::level_of({0x3fff, 0xffff}, quantity::temperature), level::high_warning);
 }
 
 }  // namespace

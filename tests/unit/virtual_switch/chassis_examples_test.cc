@@ -172,12 +172,11 @@ TEST(director, has_many_transceivers) {
 TEST(director, has_transceivers_that_raise_alarms) {
     const chassis_model model = load("director.toml");
     using sff8472::level;
-    constexpr auto bias = static_cast<size_t>(sff8472::quantity::bias);
-    constexpr auto rx_power = static_cast<size_t>(sff8472::quantity::rx_power);
-    EXPECT_EQ(level_of(readings_of(model, "fc1/30", 0)[bias]), level::high_alarm);
+    using sff8472::quantity;
+    EXPECT_EQ(level_of(flags_of(readings_of(model, "fc1/30", 0)), quantity::bias), level::high_alarm);
     std::set<level> levels;
     for (int seconds = 0; seconds < 600; ++seconds)
-        levels.insert(level_of(readings_of(model, "fc1/17", seconds)[rx_power]));
+        levels.insert(level_of(flags_of(readings_of(model, "fc1/17", seconds)), quantity::rx_power));
     EXPECT_THAT(levels, testing::ElementsAre(level::normal, level::low_warning, level::low_alarm));
 }
 
@@ -191,7 +190,7 @@ TEST(director, has_a_transceiver_that_the_host_calibrates_from_a_dump) {
     EXPECT_NEAR(readings[1].value, 32800, 1);
     EXPECT_NEAR(readings[2].value, 62 * 500, 1);
     EXPECT_NEAR(readings[3].value, 16218, 1);
-    EXPECT_EQ(level_of(readings[4]), sff8472::level::normal);
+    EXPECT_EQ(level_of(flags_of(readings), sff8472::quantity::rx_power), sff8472::level::normal);
 }
 
 TEST(fixed, has_transceivers_of_both_media) {

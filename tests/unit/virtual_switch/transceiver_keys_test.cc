@@ -60,6 +60,10 @@ sff8472::readings readings_of(const transceiver &of) {
 
 reading reading_of(const std::string &keys, size_t quantity) { return readings_of(with(keys))[quantity]; }
 
+sff8472::level level_in(const transceiver &of, size_t quantity) {
+    return level_of(flags_of(readings_of(of)), static_cast<sff8472::quantity>(quantity));
+}
+
 std::string complaint(const std::string &keys) {
     try {
         with(keys);
@@ -97,7 +101,7 @@ TEST(usual_transceiver, goes_by_kind) {
         EXPECT_EQ(found->serial_id[1], 4);
         EXPECT_EQ(found->serial_id[92], 0x68);
         EXPECT_TRUE(found->has_diagnostics);
-        for (const reading &each : readings_of(*found)) EXPECT_EQ(level_of(each), sff8472::level::normal);
+        for (size_t i = 0; i < sff8472::quantities; ++i) EXPECT_EQ(level_in(*found, i), sff8472::level::normal) << i;
         for (const auto &[amplitude, period] : found->drifts) EXPECT_GT(amplitude * period, 0);
     }
     EXPECT_EQ(model.transceivers.size(), 12u + 2 + 1);
@@ -267,8 +271,8 @@ TEST(quantities, keep_what_is_not_said) {
 }
 
 TEST(quantities, may_lie_beyond_their_thresholds) {
-    EXPECT_EQ(level_of(reading_of("temperature = { value = 76 }", 0)), sff8472::level::high_alarm);
-    EXPECT_EQ(level_of(reading_of("rx_power = { value = -12 }", 4)), sff8472::level::low_warning);
+    EXPECT_EQ(level_in(with("temperature = { value = 76 }"), 0), sff8472::level::high_alarm);
+    EXPECT_EQ(level_in(with("rx_power = { value = -12 }"), 4), sff8472::level::low_warning);
 }
 
 TEST(quantities, drift) {

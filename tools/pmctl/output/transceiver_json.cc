@@ -57,7 +57,7 @@ json_fields diagnostics_fields(const transceiver_diagnostics &from) {
         const sff8472::reading &of = from.values[static_cast<size_t>(each.of)];
         const std::string key = each.key;
         add_number(fields, each, key, of.value);
-        fields.emplace_back(key + "_state", std::string(level_words(raised_level(from.raised, each.of))));
+        fields.emplace_back(key + "_state", std::string(level_words(sff8472::level_of(from.raised, each.of))));
         for (const threshold &limit : thresholds) add_number(fields, each, key + "_" + limit.key, of.*limit.number);
     }
     return fields;

@@ -52,7 +52,7 @@ std::string type_text(const sff8472::identification &of) {
 const char *absence_text(const transceiver_port &of) { return of.takes_one ? "not present" : "takes none"; }
 
 cell marked_cell(const transceiver_diagnostics &in, const measured_quantity &of) {
-    const level_look look = look_of(raised_level(in.raised, of.of));
+    const level_look look = look_of(sff8472::level_of(in.raised, of.of));
     return {look.mark + quantity_text(of, reading_of(in, of).value), look.tone};
 }
 
@@ -107,7 +107,7 @@ cell raised_cell(uint16_t flags, tone when_raised) {
 }
 
 row quantity_row(const transceiver_diagnostics &in, const measured_quantity &of) {
-    const level state = raised_level(in.raised, of.of);
+    const level state = sff8472::level_of(in.raised, of.of);
     row cells{{of.label}, marked_cell(in, of), {level_words(state), look_of(state).tone}};
     for (const threshold &each : thresholds) cells.push_back({quantity_text(of, reading_of(in, of).*each.number)});
     return cells;

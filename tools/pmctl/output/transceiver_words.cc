@@ -12,9 +12,6 @@ namespace {
 
 constexpr double powers_in_a_milliwatt = 10000;
 
-// The flag that a quantity raises when it is high; the next lower bit is the one for low.
-constexpr int high_flag(sff8472::quantity of) { return 0x8000 >> (2 * static_cast<int>(of)); }
-
 }  // namespace
 
 const std::array<measured_quantity, sff8472::quantities> measured_quantities{{
@@ -43,16 +40,6 @@ std::optional<double> dbm(int32_t number) {
     return hundredths == 0 ? 0 : hundredths / 100;  // and not a zero with a minus
 }
 
-sff8472::level raised_level(const sff8472::raised_flags &raised, sff8472::quantity of) {
-    using enum sff8472::level;
-    const int high = high_flag(of);
-    const int low = high >> 1;
-    if ((raised.alarms & high) != 0) return high_alarm;
-    if ((raised.alarms & low) != 0) return low_alarm;
-    if ((raised.warnings & high) != 0) return high_warning;
-    return (raised.warnings & low) != 0 ? low_warning : normal;
-}
-
 const char *level_words(sff8472::level level) {
     switch (level) {
         case sff8472::level::high_alarm:
@@ -71,7 +58,7 @@ const char *level_words(sff8472::level level) {
 std::vector<std::string> raised_names(uint16_t flags) {
     std::vector<std::string> names;
     for (const measured_quantity &each : measured_quantities) {
-        const int high = high_flag(each.of);
+        const int high = sff8472::high_flag(each.of);
         if ((flags & high) != 0) names.push_back(fmt::format("{} high", each.name));
         if ((flags & high >> 1) != 0) names.push_back(fmt::format("{} low", each.name));
     }

@@ -54,9 +54,6 @@ double in_unit(const measured_quantity &of, int32_t number);
 // The level of a power, to hundredths of a dBm; no power has none.
 std::optional<double> dbm(int32_t number);
 
-// How far out of its thresholds a quantity is, an alarm before a warning.
-sff8472::level raised_level(const sff8472::raised_flags &raised, sff8472::quantity of);
-
 // "normal", "high alarm" and so on.
 const char *level_words(sff8472::level level);
 
