@@ -8,7 +8,6 @@
 #include "command_line/argument_check.h"
 #include "commands/asked_ports.h"
 #include "output/json_text.h"
-#include "platform/if_index.h"
 #include "switch/interface_names.h"
 #include "switch/interface_types.h"
 #include "switch/switch_inventory.h"
@@ -16,13 +15,9 @@
 namespace pmctl {
 namespace {
 
-constexpr uint8_t listed_types[] = {IF_TYPE_FC,           IF_TYPE_ETHERNET,      IF_TYPE_MGMT,
-                                    IF_TYPE_SLOT_PORT,    IF_TYPE_ETHERNET_KIND, IF_TYPE_LOOPBACK,
-                                    IF_TYPE_ETHERNET_SFP, IF_TYPE_OTHER};
-
 std::vector<uint8_t> asked_types(const arguments &given) {
     if (given.has("--type")) return {parse_type(given.word("--type"))};
-    return {std::begin(listed_types), std::end(listed_types)};
+    return listed_types();
 }
 
 std::vector<if_index_t> listed_interfaces(const arguments &given, std::vector<std::string> &failures) {

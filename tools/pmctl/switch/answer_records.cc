@@ -30,9 +30,11 @@ uint32_t word_at(std::span<const std::byte> payload, size_t position) {
 
 }  // namespace
 
+uint32_t answer_status(const mts_msg_t &answer) { return word_at(payload_of(answer), 0); }
+
 std::span<const std::byte> answer_records(const std::string &subject, const mts_msg_t &answer, size_t record_size) {
     const std::span<const std::byte> payload = payload_of(answer);
-    switch_connection::check_answer(subject, word_at(payload, 0));
+    switch_connection::check_answer(subject, answer_status(answer));
     const uint32_t count = word_at(payload, 1);
     if (payload.size() < header_size || count > (payload.size() - header_size) / record_size)
         throw query_refused(fmt::format("{}: the answer cannot be understood", subject));

@@ -13,18 +13,19 @@ namespace {
 struct named_type {
     uint8_t type;
     const char *word;
+    bool is_listed = true;
 };
 
 constexpr named_type named_types[] = {
     {IF_TYPE_FC, "fc"},
     {IF_TYPE_ETHERNET, "ethernet"},
-    {IF_TYPE_PORT_CHANNEL, "port-channel"},
+    {IF_TYPE_PORT_CHANNEL, "port-channel", false},
     {IF_TYPE_MGMT, "mgmt"},
-    {IF_TYPE_FCIP, "fcip"},
+    {IF_TYPE_FCIP, "fcip", false},
     {IF_TYPE_SLOT_PORT, "slot-port"},
     {IF_TYPE_ETHERNET_KIND, "ips"},
     {IF_TYPE_LOOPBACK, "loopback"},
-    {IF_TYPE_BUNDLE, "bundle"},
+    {IF_TYPE_BUNDLE, "bundle", false},
     {IF_TYPE_ETHERNET_SFP, "ethernet-sfp"},
     {IF_TYPE_OTHER, "other"},
 };
@@ -41,6 +42,13 @@ std::vector<std::string> type_words() {
     std::vector<std::string> words;
     for (const named_type &known : named_types) words.emplace_back(known.word);
     return words;
+}
+
+std::vector<uint8_t> listed_types() {
+    std::vector<uint8_t> types;
+    for (const named_type &known : named_types)
+        if (known.is_listed) types.push_back(known.type);
+    return types;
 }
 
 std::optional<uint8_t> type_of_word(const std::string &word) {

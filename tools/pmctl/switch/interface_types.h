@@ -16,6 +16,9 @@ std::string type_word(uint32_t type);
 // Every word.
 std::vector<std::string> type_words();
 
+// Those whose interfaces can be listed without a report of the library's.
+std::vector<uint8_t> listed_types();
+
 // The type of a word, in letters of either case.
 std::optional<uint8_t> type_of_word(const std::string &word);
 

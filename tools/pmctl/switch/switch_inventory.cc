@@ -31,10 +31,7 @@ std::vector<Record> records_in(const std::string &subject, const received_messag
 std::string subject_of(uint8_t module) { return module == 0 ? "all modules" : fmt::format("module {}", module); }
 
 void refuse_unknown_module(uint8_t module, const mts_msg_t &answer) {
-    uint32_t status = 0;
-    const void *payload = mts_payload_get(&answer);
-    if (payload != nullptr && mts_payload_size(&answer) >= sizeof status) std::memcpy(&status, payload, sizeof status);
-    if (ntohl(status) == PM_ERR_INVALID_RANGE) throw query_refused(fmt::format("no such module: {}", module));
+    if (answer_status(answer) == PM_ERR_INVALID_RANGE) throw query_refused(fmt::format("no such module: {}", module));
 }
 
 }  // namespace
