@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <cstring>
 #include <filesystem>
+#include <span>
 
 namespace transport_test {
 
@@ -33,6 +34,12 @@ void answer_report(const mts_request_t *request, mts_reply_t *reply) {
                       word(request->kind) + word(request->payload_size));
 }
 
+void answer_client(const mts_client_t &client, mts_reply_t *reply) {
+    std::string words = word(client.uid);
+    for (const uint32_t group : std::span(client.groups, client.group_count)) words += word(group);
+    answer(reply, words);
+}
+
 void serve(void *, const mts_request_t *request, mts_reply_t *reply) {
     switch (request->opcode) {
         case echo:
@@ -49,6 +56,8 @@ void serve(void *, const mts_request_t *request, mts_reply_t *reply) {
             return answer_report(request, reply);
         case report_sap:
             return answer(reply, word(request->sap));
+        case report_client:
+            return answer_client(request->client, reply);
         case die:
             raise(SIGKILL);
             return;
@@ -80,11 +89,12 @@ service_thread::~service_thread() {
     thread_.join();
 }
 
-service_process::service_process() {
+service_process::service_process(const support::other_user *user) {
     int ready[2];
     EXPECT_EQ(pipe(ready), 0);
     pid_ = fork();
     if (pid_ == 0) {
+        EXPECT_TRUE(user == nullptr || support::become(*user));
         const test_server server;
         EXPECT_EQ(write(ready[1], "", 1), 1);
         mts_server_run(server.get());

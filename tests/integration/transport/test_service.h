@@ -15,6 +15,7 @@
 #include "platform/mts.h"
 #include "platform_dev/mts_dev.h"
 #include "platform_dev/mts_service.h"
+#include "support/other_user.h"
 
 namespace transport_test {
 
@@ -32,6 +33,7 @@ enum opcode : uint32_t {
     report_tail,     // answers one byte: 1 when 16 zeroed bytes follow the payload
     report_request,  // answers the words node, sap, opcode, is_cmi, kind and payload size
     report_sap,      // answers the SAP
+    report_client,   // answers the client's user and then its groups
     die,             // ends the process without answering
 };
 
@@ -74,7 +76,8 @@ class service_thread {
 // Serves in a process of its own, reachable once it is constructed, until it is killed or goes.
 class service_process {
   public:
-    service_process();
+    // As this user, unless it is null.
+    explicit service_process(const support::other_user *user = nullptr);
     service_process(const service_process &) = delete;
     service_process &operator=(const service_process &) = delete;
     ~service_process() { kill_now(); }

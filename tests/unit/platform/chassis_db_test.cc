@@ -11,6 +11,7 @@
 #include "chassis_db/chassis_image.h"
 #include "chassis_db/chassis_reader.h"
 #include "runtime_dir_fixture.h"
+#include "support/other_user.h"
 
 using namespace platform_dev;
 
@@ -213,6 +214,84 @@ TEST_F(ChassisDb, SymbolicLinkIsNotFollowed) {
     EXPECT_FALSE(find_chassis());
     EXPECT_EQ(chassis_publisher::open(), nullptr);
     EXPECT_EQ(errno, ELOOP);
+}
+
+class ChassisDbPlanted : public ChassisDb {
+  protected:
+    void expect_refused(int error) {
+        EXPECT_EQ(chassis_publisher::open(), nullptr);
+        EXPECT_EQ(errno, error);
+        EXPECT_FALSE(find_chassis());
+        std::filesystem::remove(path());
+    }
+};
+
+TEST_F(ChassisDbPlanted, OtherNameOfAFileIsRefusedAndLeftAlone) {
+    const std::string victim = directory_.file("victim");
+    for (const std::string content : {"", "untouched"}) {
+        std::ofstream(victim) << content;
+        ASSERT_EQ(chmod(victim.c_str(), 0644), 0);
+        std::filesystem::create_hard_link(victim, path());
+        expect_refused(EPERM);
+        struct stat status {};
+        ASSERT_EQ(stat(victim.c_str(), &status), 0);
+        EXPECT_EQ(status.st_mode & 07777, 0644u);
+        EXPECT_EQ(static_cast<size_t>(status.st_size), content.size());
+    }
+}
+
+TEST_F(ChassisDbPlanted, WhatIsNoFileIsRefused) {
+    ASSERT_EQ(mkfifo(path().c_str(), 0600), 0);
+    expect_refused(EPERM);
+    std::filesystem::create_directory(path());
+    expect_refused(EISDIR);
+}
+
+TEST_F(ChassisDbPlanted, FileOfAnotherUserIsNeitherTakenNorRead) {
+    if (!support::can_be_others()) GTEST_SKIP() << support::only_root;
+    auto publisher = chassis_publisher::open();
+    ASSERT_TRUE(publisher->publish(sample()));
+    ASSERT_EQ(chown(path().c_str(), 61001, 62001), 0);
+    EXPECT_FALSE(find_chassis());
+    ASSERT_EQ(chown(path().c_str(), geteuid(), 62001), 0);
+    EXPECT_TRUE(find_chassis());
+    publisher.reset();
+    ASSERT_EQ(chown(path().c_str(), 61001, 62001), 0);
+    expect_refused(EPERM);
+}
+
+TEST_F(ChassisDbPlanted, LockIsRefusedAsAnyFile) {
+    const std::string lock = directory_.file("chassis-db.lock");
+    std::filesystem::create_symlink("elsewhere", lock);
+    EXPECT_EQ(chassis_publisher::open(), nullptr);
+    EXPECT_EQ(errno, ELOOP);
+    EXPECT_FALSE(std::filesystem::exists(directory_.file("elsewhere")));
+}
+
+TEST_F(ChassisDb, IsReadByMembersInASharedDirectory) {
+    if (!support::can_be_others()) GTEST_SKIP() << support::only_root;
+    const std::string directory = std::filesystem::path(path()).parent_path();
+    {
+        const mode_t before = umask(0777);
+        EXPECT_NE(chassis_publisher::open(), nullptr) << "private: what it leaves is given to the group later";
+        umask(before);
+    }
+    ASSERT_EQ(chown(directory.c_str(), 0, 62000), 0);
+    ASSERT_EQ(chmod(directory.c_str(), 0710), 0);
+    const auto publisher = chassis_publisher::open();
+    ASSERT_TRUE(publisher->publish(sample()));
+    struct stat status {};
+    ASSERT_EQ(stat(path().c_str(), &status), 0);
+    EXPECT_EQ(status.st_mode & 07777, 0640u);
+    EXPECT_EQ(status.st_gid, 62000u);
+    support::run_as({61001, 62001, {62000}}, [this] {
+        EXPECT_TRUE(find_chassis());
+        EXPECT_EQ(open(path().c_str(), O_RDWR | O_CLOEXEC), -1);
+        EXPECT_EQ(open(directory_.file("chassis-db.lock").c_str(), O_RDONLY | O_CLOEXEC), -1);
+        EXPECT_EQ(chassis_publisher::open(), nullptr);
+        EXPECT_EQ(errno, EPERM);
+    });
+    support::run_as({61002, 62001, {}}, [] { EXPECT_FALSE(find_chassis()); });
 }
 
 TEST_F(ChassisDb, OpenDirectoryIsRefused) {

@@ -2,6 +2,7 @@
 // Readers beside a publisher that updates, dies, restarts or moves.
 #include <fcntl.h>
 #include <signal.h>
+#include <sys/file.h>
 #include <sys/wait.h>
 
 #include <atomic>
@@ -113,6 +114,15 @@ TEST_F(ChassisDbUpdate, SecondPublisherIsRefused) {
     EXPECT_EQ(find_chassis().value().chassis_type, 5u) << "the refused one changed nothing";
 }
 
+// Readers can open the database, so its own lock would be theirs to take.
+TEST_F(ChassisDbUpdate, ReaderCannotHoldThePublishersPlace) {
+    ASSERT_NE(chassis_publisher::open(), nullptr);
+    const int reader = open(directory_.file(chassis_file_name).c_str(), O_RDONLY | O_CLOEXEC);
+    ASSERT_EQ(flock(reader, LOCK_EX | LOCK_NB), 0);
+    EXPECT_NE(chassis_publisher::open(), nullptr);
+    close(reader);
+}
+
 TEST_F(ChassisDbUpdate, MappedReadersFollowUpdatesAndARestart) {
     auto publisher = chassis_publisher::open();
     ASSERT_TRUE(publisher->publish(generation(5)));
@@ -134,6 +144,7 @@ TEST_F(ChassisDbUpdate, MappedReadersFollowAFileThatWasReplaced) {
     EXPECT_TRUE(find_chassis());
     std::filesystem::remove(directory_.file(chassis_file_name));
     EXPECT_FALSE(find_chassis());
+    publisher.reset();
     const auto second = chassis_publisher::open();
     ASSERT_NE(second, nullptr);
     ASSERT_TRUE(second->publish(generation(6)));

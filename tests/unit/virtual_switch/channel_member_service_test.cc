@@ -16,7 +16,8 @@ mts_reply ask(uint32_t opcode, const std::vector<uint8_t> &payload) {
     virtual_switch::switch_state state = state_of(
         "[chassis]\nname = 'test'\ntype = 6\nslots = 1\n[[module]]\nslot = 1\nkind = 'fc'\nports = 3\n"
         "[[port_channel]]\nname = 'port-channel1'\nmembers = 'fc1/2-3'\n[[port_channel]]\nname = 'port-channel2'\n");
-    const mts_request_t request{0xfe000000, 34, opcode, 1, 2, static_cast<uint32_t>(payload.size()), payload.data()};
+    const mts_request_t request{0xfe000000,     34, opcode, 1, 2, static_cast<uint32_t>(payload.size()),
+                                payload.data(), {}};
     mts_reply reply;
     virtual_switch::channel_member_service(&state, &request, &reply);
     return reply;

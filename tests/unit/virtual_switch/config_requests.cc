@@ -67,8 +67,8 @@ void append_ranges(bytes &to, const std::vector<named_range> &ranges) {
 
 mts_reply ask_service(virtual_switch::switch_state &state, uint32_t sap, uint32_t opcode, const bytes &payload,
                       uint32_t kind) {
-    const mts_request_t request{0xfe000000,    sap, opcode, 1, kind, static_cast<uint32_t>(payload.size()),
-                                payload.data()};
+    const mts_request_t request{0xfe000000,     sap, opcode, 1, kind, static_cast<uint32_t>(payload.size()),
+                                payload.data(), {}};
     mts_reply reply;
     virtual_switch::port_service(&state, &request, &reply);
     return reply;

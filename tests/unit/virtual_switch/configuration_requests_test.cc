@@ -112,7 +112,8 @@ TEST(configuration_requests, over_messages_are_unknown) {
     const bytes set_fc = set_request({{"fc1/1", "fc1/1"}}, element(PM_ATTR_ADMIN_STATE, 2, 1));
     for (const uint32_t opcode : {CMI_OPC_PM_SET_PORT_CONFIG, CMI_OPC_PM_GET_PORT_CONFIG, CMI_OPC_PM_CONFIG_SUB_INTF,
                                   CMI_OPC_PM_CONFIG_LOOPBACK, CMI_OPC_PM_GET_MODULE_INTF_LISTING}) {
-        const mts_request_t request{0xfe000000, 43, opcode, 0, 3, static_cast<uint32_t>(set_fc.size()), set_fc.data()};
+        const mts_request_t request{0xfe000000,    43, opcode, 0, 3, static_cast<uint32_t>(set_fc.size()),
+                                    set_fc.data(), {}};
         mts_reply reply;
         virtual_switch::port_service(&state, &request, &reply);
         EXPECT_THAT(*reply.payload, ElementsAre(0x40, 0x29, 0, 0)) << opcode;

@@ -83,7 +83,8 @@ class ethernet_stats_service : public testing::Test {
   protected:
     mts_reply ask(uint8_t slot, const std::vector<uint8_t> &payload, uint32_t opcode = 1908) {
         line_card_context card{&state_, static_cast<uint8_t>(slot - 1)};
-        const mts_request_t request{0x302, 943, opcode, 0, 0, static_cast<uint32_t>(payload.size()), payload.data()};
+        const mts_request_t request{0x302,          943, opcode, 0, 0, static_cast<uint32_t>(payload.size()),
+                                    payload.data(), {}};
         mts_reply reply;
         virtual_switch::ethernet_stats_service(&card, &request, &reply);
         EXPECT_EQ(reply.payload.value().size(), 320u);
@@ -221,7 +222,7 @@ TEST_F(ethernet_stats_service, tells_of_a_port_out_of_reach) {
 TEST_F(ethernet_stats_service, leaves_a_request_alone_that_it_has_no_memory_for) {
     const std::vector<uint8_t> payload = payload_for({"Ethernet2/2", 1, PM_ETH_STATS_CLEAR});
     line_card_context card{&state_, 1};
-    const mts_request_t request{0x302, 943, 1908, 0, 0, 32, payload.data()};
+    const mts_request_t request{0x302, 943, 1908, 0, 0, 32, payload.data(), {}};
     mts_reply reply;
     reply.largest = 319;
     now_ = 1s;

@@ -61,7 +61,8 @@ name = 'Ethernet2/1.6, Ethernet2/1.5, port-channel2.7, if22-4.8, if26-5/1.9'
 
 mts_reply ask(uint32_t sap, uint32_t opcode, const std::vector<uint8_t> &payload) {
     virtual_switch::switch_state state = state_of(chassis);
-    const mts_request_t request{0xfe000000, sap, opcode, 0, 0, static_cast<uint32_t>(payload.size()), payload.data()};
+    const mts_request_t request{0xfe000000,     sap, opcode, 0, 0, static_cast<uint32_t>(payload.size()),
+                                payload.data(), {}};
     mts_reply reply;
     virtual_switch::port_service(&state, &request, &reply);
     return reply;

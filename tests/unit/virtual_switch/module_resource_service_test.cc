@@ -87,7 +87,7 @@ std::vector<uint8_t> request_for(uint16_t module, const std::vector<named_range>
 // A service with its context; slot 0 stands for the supervisor.
 mts_reply ask(uint8_t slot, const std::vector<uint8_t> &payload, uint32_t opcode = 3147) {
     static switch_state state = state_of(chassis);
-    const mts_request_t request{0, 902, opcode, 0, 0, static_cast<uint32_t>(payload.size()), payload.data()};
+    const mts_request_t request{0, 902, opcode, 0, 0, static_cast<uint32_t>(payload.size()), payload.data(), {}};
     line_card_context card{&state, static_cast<uint8_t>(slot - 1)};
     mts_reply reply;
     if (slot == 0)
@@ -188,7 +188,7 @@ TEST(module_resources, have_sums_that_stay_at_the_largest_number) {
         "[chassis]\nname = 'test'\ntype = 6\nslots = 1\n[[module]]\nslot = 1\nkind = 'fc'\nports = 2\n"
         "rx_bb_credit = 0x80000000\n");
     const std::vector<uint8_t> payload = request_for(1, {{"fc1/1", "fc1/1"}});
-    const mts_request_t request{0, 902, 3147, 0, 0, static_cast<uint32_t>(payload.size()), payload.data()};
+    const mts_request_t request{0, 902, 3147, 0, 0, static_cast<uint32_t>(payload.size()), payload.data(), {}};
     mts_reply reply;
     virtual_switch::supervisor_resource_service(&state, &request, &reply);
     EXPECT_EQ(texts_in(reply).at(1), "1.2: 2147483648 of 4294967295");

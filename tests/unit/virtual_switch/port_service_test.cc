@@ -12,8 +12,8 @@ namespace {
 mts_reply ask(uint32_t opcode, const std::vector<uint8_t> &payload, uint32_t is_cmi = 0) {
     virtual_switch::switch_state state =
         state_of("[chassis]\nname = 'test'\ntype = 6\nslots = 1\n[[module]]\nslot = 1\nkind = 'fc'\nports = 3\n");
-    const mts_request_t request{0xfe000000,    43, opcode, is_cmi, 0, static_cast<uint32_t>(payload.size()),
-                                payload.data()};
+    const mts_request_t request{0xfe000000,     43, opcode, is_cmi, 0, static_cast<uint32_t>(payload.size()),
+                                payload.data(), {}};
     mts_reply reply;
     virtual_switch::port_service(&state, &request, &reply);
     return reply;

@@ -31,7 +31,7 @@ class sfp_diagnostics : public testing::Test {
     mts_reply send(uint8_t slot, const bytes &payload, uint32_t opcode = MTS_OPC_GET_SFP_DIAG_INFO) {
         virtual_switch::line_card_context card{&switch_.state, slot, started_};
         const auto size = static_cast<uint32_t>(payload.size());
-        const mts_request_t request{card.slot, PM_SAP_SFP_DIAGNOSTICS, opcode, 0, 0, size, payload.data()};
+        const mts_request_t request{card.slot, PM_SAP_SFP_DIAGNOSTICS, opcode, 0, 0, size, payload.data(), {}};
         mts_reply reply;
         virtual_switch::sfp_diagnostics_service(&card, &request, &reply);
         return reply;
@@ -170,7 +170,7 @@ TEST_F(sfp_diagnostics, are_refused_for_malformed_requests) {
 TEST_F(sfp_diagnostics, send_nothing_when_memory_runs_out) {
     virtual_switch::line_card_context card{&switch_.state, 0};
     const bytes payload = word_of(index_of("fc1/1"));
-    const mts_request_t request{0x102, PM_SAP_SFP_DIAGNOSTICS, MTS_OPC_GET_SFP_DIAG_INFO, 0, 0, 4, payload.data()};
+    const mts_request_t request{0x102, PM_SAP_SFP_DIAGNOSTICS, MTS_OPC_GET_SFP_DIAG_INFO, 0, 0, 4, payload.data(), {}};
     mts_reply reply;
     reply.largest = 100;
     virtual_switch::sfp_diagnostics_service(&card, &request, &reply);

@@ -42,7 +42,8 @@ class transceivers : public testing::Test {
   protected:
     mts_reply send(const bytes &payload, uint32_t sap = PM_SAP_PORT_MANAGER, uint32_t is_cmi = 1) {
         const auto size = static_cast<uint32_t>(payload.size());
-        const mts_request_t request{PM_NODE_SUPERVISOR, sap, CMI_OPC_PM_GET_FCOT_INFO, is_cmi, 3, size, payload.data()};
+        const mts_request_t request{PM_NODE_SUPERVISOR, sap, CMI_OPC_PM_GET_FCOT_INFO, is_cmi, 3, size,
+                                    payload.data(),     {}};
         mts_reply reply;
         virtual_switch::port_service(&switch_.state, &request, &reply);
         return reply;

@@ -12,6 +12,9 @@ namespace platform_dev {
 
 inline constexpr char chassis_file_name[] = "chassis-db";
 
+// Whose lock the publisher holds. Those who can read the database cannot open it, or they could hold its place.
+inline constexpr char chassis_lock_name[] = "chassis-db.lock";
+
 inline constexpr uint32_t chassis_magic = 0x43484442;  // "CHDB"
 inline constexpr uint32_t chassis_version = 1;
 

@@ -13,9 +13,9 @@ namespace platform_dev {
 namespace {
 
 // A shorter file must not be mapped: reading behind its end ends the process.
-bool has_whole_image(int fd) {
+bool has_whole_image(int fd, uid_t owner) {
     struct stat status {};
-    return fstat(fd, &status) == 0 && S_ISREG(status.st_mode) && status.st_uid == geteuid() &&
+    return fstat(fd, &status) == 0 && S_ISREG(status.st_mode) && status.st_uid == owner &&
            status.st_size == sizeof(chassis_image);
 }
 
@@ -36,7 +36,7 @@ image_ptr map_image(int fd, int protection) {
 bool chassis_mapping::is_live() const {
     path_buffer directory;
     struct stat status {};
-    return image_ != nullptr && runtime_dir_path(directory) && strcmp(directory.data(), directory_.data()) == 0 &&
+    return image_ != nullptr && runtime_dir_path(directory) && strcmp(directory.data(), directory_.path.data()) == 0 &&
            fstat(fd_.get(), &status) == 0 && status.st_nlink != 0;
 }
 
@@ -45,7 +45,7 @@ bool chassis_mapping::open() {
     path_buffer path;
     if (!runtime_dir(directory_) || !runtime_file(directory_, chassis_file_name, path)) return false;
     unique_fd fd(::open(path.data(), O_RDONLY | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK));
-    if (!fd || !has_whole_image(fd.get())) return false;
+    if (!fd || !has_whole_image(fd.get(), directory_.owner)) return false;
     image_ptr image = map_image(fd.get(), PROT_READ);
     if (image == nullptr || !has_current_header(image->header)) return false;
     fd_ = std::move(fd);

@@ -34,7 +34,7 @@ class chassis_mapping {
     const chassis_image &image() const { return *image_; }
 
   private:
-    path_buffer directory_{};
+    runtime_directory directory_{};
     unique_fd fd_;
     image_ptr image_;
 };

@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <fcntl.h>
-#include <sys/file.h>
 #include <sys/mman.h>
 #include <sys/stat.h>
 
@@ -10,14 +9,19 @@
 
 #include "chassis_db/chassis_mapping.h"
 #include "chassis_db/sequence_lock.h"
+#include "common/own_file.h"
 #include "platform_dev/chassis_db.h"
 
 namespace platform_dev {
 namespace {
 
-bool is_current(int fd, off_t size) {
+// An empty file is one that was made just now.
+bool is_current(int fd) {
     chassis_header header{};
-    return size == sizeof(chassis_image) && pread(fd, &header, sizeof header, 0) == sizeof header &&
+    struct stat status {};
+    if (fstat(fd, &status) != 0) return false;
+    if (status.st_size == 0) return true;
+    return status.st_size == sizeof(chassis_image) && pread(fd, &header, sizeof header, 0) == sizeof header &&
            (memcmp(&header, &current_chassis_header, sizeof header) == 0 || header.magic == 0);
 }
 
@@ -27,21 +31,16 @@ bool allocate(int fd) {
     return errno == 0;
 }
 
-// Opens and locks the file at `path`. Another process may remove or replace it between the two steps; then they are
-// taken again. Readers may have a file of another format mapped, so it is never cut or rewritten: they see it go.
-unique_fd take_file(const char *path) {
-    constexpr int attempts = 10;
-    for (int attempt = 0; attempt < attempts; ++attempt) {
-        unique_fd fd(open(path, O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW, S_IRUSR | S_IWUSR));
-        struct stat status {};
-        if (!fd || flock(fd.get(), LOCK_EX | LOCK_NB) != 0 || fstat(fd.get(), &status) != 0) return {};
-        if (status.st_nlink == 0) continue;
-        if (status.st_size == 0) return allocate(fd.get()) ? std::move(fd) : unique_fd{};
-        if (is_current(fd.get(), status.st_size)) return fd;
+// Opens the file at `path`, under the lock. Readers may have a file of another format mapped, so it is never cut or
+// rewritten: they see it go.
+unique_fd take_file(const runtime_directory &directory, const char *path) {
+    unique_fd fd = open_own_file(path);
+    if (fd && !is_current(fd.get())) {
         unlink(path);
+        fd = open_own_file(path);
     }
-    errno = EAGAIN;
-    return {};
+    if (!fd || !allocate(fd.get()) || !admit_users(directory, path, S_IRGRP)) return {};
+    return fd;
 }
 
 template <typename To, size_t capacity, typename From, typename Convert>
@@ -81,10 +80,10 @@ bool encode(const chassis &from, chassis_content &to) {
 
 }  // namespace
 
-// The database file, locked and mapped.
+// The database file, mapped, and the lock on it.
 class chassis_publisher::database_file {
   public:
-    database_file(unique_fd fd, image_ptr image) : fd_(std::move(fd)), image_(std::move(image)) {}
+    database_file(unique_fd lock, image_ptr image) : lock_(std::move(lock)), image_(std::move(image)) {}
 
     void write(const chassis_content &content) {
         write_sequenced(image_->sequence, words(image_->content), words(content), sizeof content / sizeof(uint32_t));
@@ -105,19 +104,24 @@ class chassis_publisher::database_file {
         return reinterpret_cast<const uint32_t *>(&content);
     }
 
-    unique_fd fd_;
+    unique_fd lock_;
     image_ptr image_;
 };
 
 std::unique_ptr<chassis_publisher> chassis_publisher::open() {
-    path_buffer directory;
+    runtime_directory directory;
+    path_buffer lock_path;
     path_buffer path;
-    if (!runtime_dir(directory) || !runtime_file(directory, chassis_file_name, path)) return nullptr;
-    unique_fd fd = take_file(path.data());
+    if (!own_runtime_dir(directory) || !runtime_file(directory, chassis_lock_name, lock_path) ||
+        !runtime_file(directory, chassis_file_name, path))
+        return nullptr;
+    unique_fd lock = take_lock(lock_path.data());
+    if (!lock) return nullptr;
+    const unique_fd fd = take_file(directory, path.data());
     if (!fd) return nullptr;
     image_ptr image = map_image(fd.get(), PROT_READ | PROT_WRITE);
     if (image == nullptr) return nullptr;
-    auto taken = std::make_unique<database_file>(std::move(fd), std::move(image));
+    auto taken = std::make_unique<database_file>(std::move(lock), std::move(image));
     taken->clear();
     taken->write_header();
     return std::unique_ptr<chassis_publisher>(new chassis_publisher(std::move(taken)));

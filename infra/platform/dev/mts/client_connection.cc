@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <cerrno>
 
+#include "mts/peer.h"
 #include "mts/service_address.h"
 
 namespace platform_dev {
@@ -28,13 +29,13 @@ int connect_without_waiting(int socket, const sockaddr_un &address) {
 
 }  // namespace
 
-int client_connection::open(const path_buffer &directory, uint64_t next_serial) {
+int client_connection::open(const runtime_directory &directory, uint64_t next_serial) {
     sockaddr_un address{};
     if (!service_address(directory, node_, sap_, address)) return errno;
     unique_fd socket(::socket(AF_UNIX, SOCK_SEQPACKET | SOCK_CLOEXEC | SOCK_NONBLOCK, 0));
     if (!socket) return errno;
     if (const int error = connect_without_waiting(socket.get(), address)) return error;
-    if (!is_own_user(socket.get())) return EPERM;
+    if (!is_peer_of(socket.get(), directory.owner)) return EPERM;
     if (fcntl(socket.get(), F_SETFL, 0) != 0)  // receives wait
         return errno;
     socket_ = std::move(socket);

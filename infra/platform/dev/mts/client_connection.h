@@ -23,8 +23,9 @@ class client_connection {
     [[nodiscard]] bool carried(uint64_t serial) const { return is_open() && serial >= first_serial_; }
 
     // Connects to the service in the run-time directory; the requests from `next_serial` on go over it. Returns 0 or
-    // a system error number: EHOSTUNREACH when nobody serves there, EAGAIN when too many are waiting to be served.
-    [[nodiscard]] int open(const path_buffer &directory, uint64_t next_serial);
+    // a system error number: EHOSTUNREACH when nobody serves there, EAGAIN when too many are waiting to be served,
+    // EACCES when the socket is not for us, EPERM when it is not the directory's owner who serves there.
+    [[nodiscard]] int open(const runtime_directory &directory, uint64_t next_serial);
     void close() { socket_.reset(); }
 
     // Sends without waiting. Results are those of send_frame.

@@ -14,7 +14,7 @@ namespace platform_dev {
 // Belongs to one thread at a time. Functions return 0 or a system error number and may throw std::bad_alloc.
 class message_queue {
   public:
-    explicit message_queue(const path_buffer &directory) : directory_(directory) {}
+    explicit message_queue(const runtime_directory &directory) : directory_(directory) {}
 
     // Sends `payload`, header.payload_size bytes, and fills in the header's token and message id. EHOSTUNREACH: no
     // such service; EAGAIN: its queue is full; EMSGSIZE: the payload is too large.
@@ -45,7 +45,7 @@ class message_queue {
     [[nodiscard]] bool take_kept(uint32_t token, received_frame &answer);
     void keep(received_frame answer);
 
-    path_buffer directory_;
+    runtime_directory directory_;
     std::vector<client_connection> connections_;
     std::vector<received_frame> kept_;  // messages only, the oldest first
     size_t kept_bytes_ = 0;

@@ -11,7 +11,7 @@
 using namespace platform_dev;
 
 mts_handle_t mts_dev_open(void) {
-    path_buffer directory;
+    runtime_directory directory;
     if (!runtime_dir(directory)) return 0;
     std::unique_ptr<message_queue> queue(new (std::nothrow) message_queue(directory));
     if (!queue) {
@@ -28,13 +28,20 @@ int32_t mts_dev_close(mts_handle_t handle) {
 }
 
 int32_t mts_dev_runtime_dir(char *path, size_t size) {
-    path_buffer directory;
-    if (!runtime_dir_path(directory)) return -1;
-    const size_t needed = std::strlen(directory.data()) + 1;
+    runtime_directory directory;
+    if (!runtime_dir_path(directory.path)) return -1;
+    const size_t needed = std::strlen(directory.path.data()) + 1;
     if (needed > size) {
         errno = ENAMETOOLONG;
         return -1;
     }
-    std::memcpy(path, directory.data(), needed);
+    std::memcpy(path, directory.path.data(), needed);
     return runtime_dir(directory) ? 0 : -1;
+}
+
+int32_t mts_dev_share_runtime_dir(uint32_t *group) {
+    runtime_directory directory;
+    if (!own_runtime_dir(directory) || (!directory.is_shared && !share_runtime_dir(directory, *group))) return -1;
+    *group = directory.group;
+    return 0;
 }

@@ -38,7 +38,7 @@ unique_fd open_spare() { return unique_fd(::open("/dev/null", O_RDONLY | O_CLOEX
 }  // namespace
 
 int server::open() {
-    if (!runtime_dir(directory_)) return errno;
+    if (!own_runtime_dir(directory_)) return errno;
     epoll_ = unique_fd(epoll_create1(EPOLL_CLOEXEC));
     if (!epoll_) return errno;
     stop_ = unique_fd(eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK));
@@ -50,7 +50,7 @@ int server::open() {
 
 int server::add_service(const service &added) {
     auto listener = std::make_unique<service_listener>(*this, added);
-    if (const int error = listener->open(directory_)) return error;
+    if (const int error = listener->open()) return error;
     return add(std::move(listener));
 }
 

@@ -34,6 +34,9 @@ class server {
     [[nodiscard]] int add(std::unique_ptr<event_source> source);
     [[nodiscard]] int wait_for(event_source &source, uint32_t events);
 
+    // For listeners: where their services meet clients.
+    [[nodiscard]] const runtime_directory &directory() const { return directory_; }
+
     // For connections: accepts one that there is no descriptor left for, and closes it.
     void turn_away(int listening_socket);
     // For connections: what all of them use, one request after the other.
@@ -44,7 +47,7 @@ class server {
   private:
     static void end_run(void *self, int stop_fd);
 
-    path_buffer directory_{};
+    runtime_directory directory_{};
     unique_fd epoll_;
     unique_fd stop_;
     unique_fd spare_;  // makes room when a client has to be turned away

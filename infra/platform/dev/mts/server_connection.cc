@@ -55,7 +55,10 @@ void server_connection::call_service(const received_frame &frame, mts_reply &rep
                                    .is_cmi = is_cmi,
                                    .kind = is_cmi ? header.cmi_word : 0,
                                    .payload_size = header.payload_size,
-                                   .payload = frame.payload.get()};
+                                   .payload = frame.payload.get(),
+                                   .client = {.uid = client_.user,
+                                              .group_count = static_cast<uint32_t>(client_.groups.size()),
+                                              .groups = client_.groups.data()}};
     service_.handle(service_.context, &request, &reply);
 }
 

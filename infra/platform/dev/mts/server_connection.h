@@ -8,6 +8,7 @@
 #include "common/unique_fd.h"
 #include "mts/event_source.h"
 #include "mts/payload.h"
+#include "mts/peer.h"
 #include "mts/reply.h"
 #include "mts/served_service.h"
 
@@ -17,8 +18,8 @@ class server;
 
 class server_connection final : public event_source {
   public:
-    server_connection(server &owner, const service &served, unique_fd socket)
-        : server_(owner), service_(served), socket_(std::move(socket)) {}
+    server_connection(server &owner, const service &served, peer client, unique_fd socket)
+        : server_(owner), service_(served), client_(std::move(client)), socket_(std::move(socket)) {}
 
     [[nodiscard]] int descriptor() const override { return socket_.get(); }
     [[nodiscard]] bool on_event(uint32_t events) override;
@@ -40,6 +41,7 @@ class server_connection final : public event_source {
 
     server &server_;
     service service_;
+    peer client_;
     unique_fd socket_;
     std::optional<held_answer> held_;
 };

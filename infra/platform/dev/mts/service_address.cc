@@ -2,7 +2,6 @@
 #include "mts/service_address.h"
 
 #include <sys/socket.h>
-#include <unistd.h>
 
 #include <cstdio>
 #include <cstring>
@@ -11,7 +10,8 @@ namespace platform_dev {
 
 namespace {
 
-bool service_file(const path_buffer &directory, uint32_t node, uint32_t sap, const char *suffix, path_buffer &path) {
+bool service_file(const runtime_directory &directory, uint32_t node, uint32_t sap, const char *suffix,
+                  path_buffer &path) {
     char name[max_runtime_name + 1];
     std::snprintf(name, sizeof name, "%08x-%u%s", node, sap, suffix);
     return runtime_file(directory, name, path);
@@ -19,7 +19,7 @@ bool service_file(const path_buffer &directory, uint32_t node, uint32_t sap, con
 
 }  // namespace
 
-bool service_address(const path_buffer &directory, uint32_t node, uint32_t sap, sockaddr_un &address) {
+bool service_address(const runtime_directory &directory, uint32_t node, uint32_t sap, sockaddr_un &address) {
     path_buffer path;
     if (!service_file(directory, node, sap, "", path)) return false;
     address.sun_family = AF_UNIX;
@@ -27,14 +27,8 @@ bool service_address(const path_buffer &directory, uint32_t node, uint32_t sap, 
     return true;
 }
 
-bool service_lock_path(const path_buffer &directory, uint32_t node, uint32_t sap, path_buffer &path) {
+bool service_lock_path(const runtime_directory &directory, uint32_t node, uint32_t sap, path_buffer &path) {
     return service_file(directory, node, sap, ".lock", path);
-}
-
-bool is_own_user(int socket) {
-    ucred peer{};
-    socklen_t size = sizeof peer;
-    return getsockopt(socket, SOL_SOCKET, SO_PEERCRED, &peer, &size) == 0 && peer.uid == geteuid();
 }
 
 }  // namespace platform_dev

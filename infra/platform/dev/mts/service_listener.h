@@ -5,7 +5,6 @@
 
 #include <sys/un.h>
 
-#include "common/runtime_dir.h"
 #include "common/unique_fd.h"
 #include "mts/event_source.h"
 #include "mts/served_service.h"
@@ -21,7 +20,7 @@ class service_listener final : public event_source {
     ~service_listener() override;
 
     // Returns 0 or a system error number: EADDRINUSE when a live service answers there.
-    [[nodiscard]] int open(const path_buffer &directory);
+    [[nodiscard]] int open();
 
     [[nodiscard]] int descriptor() const override { return socket_.get(); }
     [[nodiscard]] bool on_event(uint32_t events) override;
@@ -30,8 +29,9 @@ class service_listener final : public event_source {
     void end() override;
 
   private:
-    [[nodiscard]] int lock(const path_buffer &directory);
+    [[nodiscard]] int lock();
     [[nodiscard]] int listen();
+    void take(unique_fd client);
 
     server &server_;
     service service_;

@@ -26,10 +26,23 @@ mts_handle_t mts_dev_open(void);
 int32_t mts_dev_close(mts_handle_t handle);
 
 /* Writes the path of the run-time directory, NUL-terminated: $MTS_RUNTIME_DIR, else $XDG_RUNTIME_DIR/port_mgr,
- * else /tmp/port_mgr-UID; a variable that is empty counts as unset. Creates it with mode 0700 when missing. Returns
- * 0, or -1 with errno: EPERM when it exists and belongs to another user or is open to others, ENAMETOOLONG, with
- * nothing written, when no socket's address or not `path` can hold it, else what the system says. */
+ * else /tmp/port_mgr-UID; a variable that is empty counts as unset. Creates it with mode 0700 when missing.
+ *
+ * The directory is private (0700), or shared with its group (0710 or 0750, with or without the set-group-id bit): then
+ * members of the group are clients, too. Services run as its owner, who
+ * is a member of the group or has set that bit. A directory of another user's is taken only from
+ * MTS_RUNTIME_DIR: who names it there trusts its owner.
+ *
+ * Returns 0, or -1 with errno: EPERM when the directory is another user's and taken by default, when somebody but its
+ * owner can write there or when others than its group can enter; ENAMETOOLONG, with nothing written, when no socket's
+ * address or not `path` can hold it; else what the system says. */
 int32_t mts_dev_runtime_dir(char *path, size_t size);
+
+/* Shares the run-time directory with `*group`, for those who serve there, before they do: its members can ask the
+ * services from then on. A directory that its owner has shared already stays as it is. Sets `*group` to the group that
+ * the directory is shared with. Returns 0, or -1 with errno: EPERM also when the directory is another user's, or when
+ * the caller is neither root nor a member of the group. */
+int32_t mts_dev_share_runtime_dir(uint32_t *group);
 
 PLATFORM_END_DECLS
 

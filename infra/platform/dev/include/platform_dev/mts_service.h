@@ -11,6 +11,13 @@ PLATFORM_BEGIN_DECLS
 
 typedef struct mts_server mts_server_t;
 
+/* Who asks, as the kernel knew them when they connected: nothing that a client sends can change it. */
+typedef struct mts_client {
+    uint32_t uid;           /* the effective user */
+    uint32_t group_count;   /* at least 1 */
+    const uint32_t *groups; /* the effective group, then the supplementary ones, which may name it again */
+} mts_client_t;
+
 /* One request as a service sees it. It lives until the service returns. */
 typedef struct mts_request {
     uint32_t node; /* where it was sent to */
@@ -20,6 +27,7 @@ typedef struct mts_request {
     uint32_t kind;         /* the CMI request kind; 0 for a message */
     uint32_t payload_size; /* bytes behind `payload` */
     const void *payload;   /* null when there is none; at least 16 zeroed bytes follow it */
+    mts_client_t client;
 } mts_request_t;
 
 /* The answer under construction. A service that touches it in none of the ways below leaves the request
@@ -39,7 +47,9 @@ typedef void (*mts_service_t)(void *context, const mts_request_t *request, mts_r
 /* Called from the loop when `fd` can be read. */
 typedef void (*mts_fd_handler_t)(void *context, int fd);
 
-/* Makes a server without services. Returns null with errno on failure. */
+/* Makes a server without services in the run-time directory, which must be the caller's own. Its clients are processes
+ * of the same user, of root and, when the directory is shared with a group, of the group's members; others find their
+ * connections closed. Returns null with errno on failure. */
 mts_server_t *mts_server_create(void);
 
 /* Ends all connections and frees the server. Null is allowed. */
