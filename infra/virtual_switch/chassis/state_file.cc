@@ -2,8 +2,11 @@
 #include "chassis/state_file.h"
 
 #include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
 
 #include <cerrno>
+#include <cstring>
 #include <stdexcept>
 
 #include "chassis/chassis_error.h"
@@ -13,6 +16,14 @@ namespace virtual_switch {
 namespace {
 
 constexpr size_t most_mib = 16;
+
+// Who can write the file configures the switch, as who has put it into a directory that many can write to.
+void check_writers(std::FILE *file) {
+    struct stat status {};
+    if (fstat(fileno(file), &status) != 0) throw chassis_error(1, "file", std::strerror(errno));
+    if (status.st_uid != geteuid() && status.st_uid != 0) throw chassis_error(1, "file", "belongs to another user");
+    if ((status.st_mode & S_IWOTH) != 0) throw chassis_error(1, "file", "can be written by everybody");
+}
 
 // A link is refused since replacing the file would replace the link.
 file_handle open_state(const std::string &path) {
@@ -27,6 +38,7 @@ configuration load_state(const std::string &path) {
     try {
         file_handle file = open_state(path);
         if (file == nullptr && errno == ENOENT) return {};
+        if (file != nullptr) check_writers(file.get());
         return parse_state(read_text_file(std::move(file), most_mib));
     } catch (const chassis_error &error) {
         throw std::runtime_error(path + ":" + error.what());

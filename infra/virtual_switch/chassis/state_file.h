@@ -10,8 +10,9 @@
 
 namespace virtual_switch {
 
-// Reads a file of at most 16 MiB; one that is not there holds no configuration. Symbolic links and what is no file are
-// refused. Throws std::runtime_error with one line, "FILE:LINE: KEY: what is wrong", for the first mistake.
+// Reads a file of at most 16 MiB; one that is not there holds no configuration. Symbolic links, what is no file, what
+// belongs to another user than our own and root, and what everybody can write are refused. Throws std::runtime_error
+// with one line, "FILE:LINE: KEY: what is wrong", for the first mistake.
 configuration load_state(const std::string &path);
 
 // The same from the text of a file; the line starts with LINE.

@@ -26,11 +26,14 @@ directory_handle directory_of(const std::string &path) {
     return directory_handle(opendir(path.substr(0, slash + 1).c_str()));
 }
 
-// Whatever stands at `path` is no file of ours that somebody else has open or linked.
+// Whatever stands at `path` is no file of ours that somebody else has open or linked. The mode is right whatever the
+// umask is.
 file_handle create_anew(const char *path) {
     unlink(path);
     const int fd = open(path, O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC | O_NOFOLLOW, S_IRUSR | S_IWUSR);
-    return file_handle(fd < 0 ? nullptr : fdopen(fd, "w"));
+    file_handle file(fd < 0 ? nullptr : fdopen(fd, "w"));
+    if (file != nullptr && fchmod(fd, S_IRUSR | S_IWUSR) != 0) return nullptr;
+    return file;
 }
 
 bool write_durably(const char *path, std::string_view content) {

@@ -13,6 +13,7 @@
 #include "chassis/config_attributes.h"
 #include "chassis/port_words.h"
 #include "names.h"
+#include "support/other_user.h"
 #include "temporary_folder.h"
 
 namespace {
@@ -246,6 +247,33 @@ TEST(state_file, must_be_a_file) {
     ASSERT_EQ(mkfifo(path.c_str(), 0600), 0);
     EXPECT_EQ(complaint_about_file(path), path + ":1: file: is no regular file");
     EXPECT_EQ(complaint_about_file(folder.path()), folder.path() + ":1: file: is no regular file");
+}
+
+TEST(state_file, must_not_be_writable_by_everybody) {
+    const temporary_folder folder;
+    const std::string path = folder.file("state");
+    save_state(path, configuration{});
+    for (const mode_t good : {0600u, 0640u, 0644u, 0660u, 0664u}) {
+        ASSERT_EQ(chmod(path.c_str(), good), 0);
+        EXPECT_EQ(load_state(path), configuration{}) << good;
+    }
+    for (const mode_t bad : {0602u, 0666u}) {
+        ASSERT_EQ(chmod(path.c_str(), bad), 0);
+        EXPECT_EQ(complaint_about_file(path), path + ":1: file: can be written by everybody");
+    }
+}
+
+TEST(state_file, must_be_of_our_own_or_of_root) {
+    if (!support::can_be_others()) GTEST_SKIP() << support::only_root;
+    const temporary_folder folder;
+    const std::string path = folder.file("state");
+    save_state(path, configuration{});
+    ASSERT_EQ(chmod(path.c_str(), 0644), 0);
+    ASSERT_EQ(chmod(folder.path().c_str(), 0755), 0);
+    support::run_as({61001, 62001, {}}, [&] { EXPECT_EQ(load_state(path), configuration{}); });
+    ASSERT_EQ(chown(path.c_str(), 61001, 62001), 0);
+    support::run_as({61001, 62001, {}}, [&] { EXPECT_EQ(load_state(path), configuration{}); });
+    EXPECT_EQ(complaint_about_file(path), path + ":1: file: belongs to another user");
 }
 
 TEST(state_file, has_a_largest_size) {

@@ -14,6 +14,7 @@
 #include <cstring>
 #include <stdexcept>
 
+#include "support/other_user.h"
 #include "temporary_folder.h"
 
 namespace {
@@ -52,7 +53,7 @@ TEST(replace_file, works_in_the_current_directory) {
 TEST(replace_file, is_for_its_owner_alone) {
     const temporary_folder folder;
     const std::string path = folder.file("f");
-    for (const mode_t mask : {0u, 022u, 077u}) {
+    for (const mode_t mask : {0u, 022u, 077u, 0777u}) {
         const mode_t before = umask(mask);
         replace_file(path, "secret");
         umask(before);
@@ -86,6 +87,29 @@ TEST(replace_file, is_not_harmed_by_a_leftover) {
     EXPECT_EQ(folder.content_of("f"), "better");
     EXPECT_EQ(folder.content_of("victim"), "untouched");
     EXPECT_EQ(folder.size(), 2u);
+}
+
+TEST(replace_file, does_not_write_into_the_other_names_of_a_leftover) {
+    const temporary_folder folder;
+    const std::string path = folder.file("f");
+    replace_file(folder.file("victim"), "untouched");
+    ASSERT_EQ(link(folder.file("victim").c_str(), (path + ".new").c_str()), 0);
+    replace_file(path, "good");
+    EXPECT_EQ(folder.content_of("f"), "good");
+    EXPECT_EQ(folder.content_of("victim"), "untouched");
+    EXPECT_EQ(folder.size(), 2u);
+}
+
+// As in /tmp: nobody can remove what others made.
+TEST(replace_file, fails_where_another_user_was_first) {
+    if (!support::can_be_others()) GTEST_SKIP() << support::only_root;
+    const temporary_folder folder;
+    const std::string path = folder.file("f");
+    ASSERT_EQ(chmod(folder.path().c_str(), 01777), 0);
+    support::run_as({61001, 62001, {}}, [&] { std::ofstream(path + ".new") << "planted"; });
+    support::run_as({61002, 62002, {}}, [&] { EXPECT_EQ(complaint(path, "x"), path + ": File exists"); });
+    EXPECT_EQ(folder.content_of("f.new"), "planted");
+    EXPECT_FALSE(std::filesystem::exists(path));
 }
 
 TEST(replace_file, fails_without_its_directory) {
