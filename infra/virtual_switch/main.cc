@@ -5,6 +5,7 @@
 #include <array>
 #include <cstdio>
 #include <exception>
+#include <optional>
 #include <string>
 
 #include "chassis/chassis_file.h"
@@ -20,40 +21,49 @@ constexpr int exit_failure = 1;
 constexpr int exit_usage = 2;
 
 constexpr const char *help =
-    "Usage: pm-virtual-switch [--check] [--state FILE] CHASSIS.toml\n"
+    "Usage: pm-virtual-switch [--check] [--state FILE] [--config-group GROUP] CHASSIS.toml\n"
     "Hosts the services of a switch's port manager for the chassis that the file describes.\n"
     "\n"
-    "  --check        read the files, say whether they are good, and exit\n"
-    "  --state FILE   keep in FILE what clients configure, and start with what it holds; without\n"
-    "                 this option it ends with the program\n"
-    "  --help         show this and exit\n"
-    "  --version      show the version and exit\n"
+    "  --check               read the files, say whether they are good, and exit\n"
+    "  --state FILE          keep in FILE what clients configure, and start with what it holds; without\n"
+    "                        this option it ends with the program\n"
+    "  --config-group GROUP  let members of GROUP, a name or a number, ask and configure, besides the\n"
+    "                        program's own user and root; a private run-time directory is shared with it\n"
+    "  --help                show this and exit\n"
+    "  --version             show the version and exit\n"
     "\n"
     "SIGHUP reads the chassis file again; SIGTERM and SIGINT end the program. Clients meet it in the run-time "
     "directory:\n"
     "$MTS_RUNTIME_DIR, else $XDG_RUNTIME_DIR/port_mgr, else /tmp/port_mgr-UID.\n"
     "Exit status: 0, 1 after a failure, 2 for wrong usage.\n";
 
-struct files {
+struct arguments {
     std::string chassis;
-    std::string state;  // empty for none
+    std::string state;         // empty for none
+    std::string config_group;  // empty for none
 };
 
-int check(const files &of) {
-    const auto model = virtual_switch::load_chassis(of.chassis);
-    if (!of.state.empty()) virtual_switch::load_state(of.state);
-    std::printf("%s: good: %s, %zu ports\n", of.chassis.c_str(), model.name.c_str(), model.ports.size());
+std::optional<virtual_switch::user_group> config_group(const arguments &given) {
+    if (given.config_group.empty()) return std::nullopt;
+    return virtual_switch::find_group(given.config_group);
+}
+
+int check(const arguments &given) {
+    static_cast<void>(config_group(given));
+    const auto model = virtual_switch::load_chassis(given.chassis);
+    if (!given.state.empty()) virtual_switch::load_state(given.state);
+    std::printf("%s: good: %s, %zu ports\n", given.chassis.c_str(), model.name.c_str(), model.ports.size());
     return 0;
 }
 
-int serve(const files &of) {
-    virtual_switch::switch_daemon(of.chassis, of.state).run();
+int serve(const arguments &given) {
+    virtual_switch::switch_daemon(given.chassis, given.state, config_group(given)).run();
     return 0;
 }
 
-int run(int (*command)(const files &), const files &of) {
+int run(int (*command)(const arguments &), const arguments &given) {
     try {
-        return command(of);
+        return command(given);
     } catch (const std::exception &error) {
         std::fprintf(stderr, "%s: %s\n", program_name, error.what());
         return exit_failure;
@@ -61,21 +71,22 @@ int run(int (*command)(const files &), const files &of) {
 }
 
 int refuse_usage() {
-    std::fprintf(stderr, "%s: usage: %s [--check] [--state FILE] CHASSIS.toml, or --help\n", program_name,
-                 program_name);
+    std::fprintf(stderr, "%s: usage: %s [--check] [--state FILE] [--config-group GROUP] CHASSIS.toml, or --help\n",
+                 program_name, program_name);
     return exit_usage;
 }
 
 }  // namespace
 
 int main(int argc, char **argv) {
-    constexpr std::array<option, 5> options{{{"check", no_argument, nullptr, 'c'},
+    constexpr std::array<option, 6> options{{{"check", no_argument, nullptr, 'c'},
+                                             {"config-group", required_argument, nullptr, 'g'},
                                              {"state", required_argument, nullptr, 's'},
                                              {"help", no_argument, nullptr, 'h'},
                                              {"version", no_argument, nullptr, 'v'},
                                              {}}};
     auto *command = serve;
-    files of;
+    arguments given;
     opterr = 0;
     for (int found = 0; (found = getopt_long(argc, argv, "", options.data(), nullptr)) != -1;) {
         switch (found) {
@@ -84,7 +95,11 @@ int main(int argc, char **argv) {
                 break;
             case 's':
                 if (*optarg == '\0') return refuse_usage();
-                of.state = optarg;
+                given.state = optarg;
+                break;
+            case 'g':
+                if (*optarg == '\0') return refuse_usage();
+                given.config_group = optarg;
                 break;
             case 'h':
                 std::fputs(help, stdout);
@@ -97,6 +112,6 @@ int main(int argc, char **argv) {
         }
     }
     if (argc - optind != 1) return refuse_usage();
-    of.chassis = argv[optind];
-    return run(command, of);
+    given.chassis = argv[optind];
+    return run(command, given);
 }

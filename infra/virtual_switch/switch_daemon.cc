@@ -23,7 +23,6 @@
 #include "services/channel_member_service.h"
 #include "services/line_card_services.h"
 #include "services/module_resource_service.h"
-#include "services/port_service.h"
 
 namespace virtual_switch {
 namespace {
@@ -32,8 +31,17 @@ namespace {
 
 std::string find_runtime_dir() {
     std::array<char, PATH_MAX> path{};
-    if (mts_dev_runtime_dir(path.data(), path.size()) != 0) fail("run-time directory");
-    return path.data();
+    if (mts_dev_runtime_dir(path.data(), path.size()) == 0) return path.data();
+    fail("run-time directory " + std::string(path.data()));
+}
+
+// Returns what to say of it.
+std::string share(const std::string &runtime_dir, const std::optional<user_group> &config_group) {
+    if (!config_group) return "";
+    uint32_t group = config_group->id;
+    if (mts_dev_share_runtime_dir(&group) != 0)
+        fail("run-time directory " + runtime_dir + " cannot be shared with group " + config_group->name);
+    return ", shared with group " + group_of(group).name + ", configured by group " + config_group->name;
 }
 
 std::unique_ptr<platform_dev::chassis_publisher> open_publisher(const std::string &runtime_dir) {
@@ -56,17 +64,20 @@ std::function<void(const configuration &)> keeper_in(const std::string &state_fi
 
 }  // namespace
 
-switch_daemon::switch_daemon(const std::string &chassis_file, const std::string &state_file)
+switch_daemon::switch_daemon(const std::string &chassis_file, const std::string &state_file,
+                             const std::optional<user_group> &config_group)
     : switch_daemon(chassis_file, load_chassis(chassis_file), state_file,
-                    state_file.empty() ? configuration{} : load_state(state_file)) {}
+                    state_file.empty() ? configuration{} : load_state(state_file), config_group) {}
 
 switch_daemon::switch_daemon(std::string chassis_file, chassis_model chassis, const std::string &state_file,
-                             configuration changes)
+                             configuration changes, const std::optional<user_group> &config_group)
     : chassis_file_(std::move(chassis_file)),
       runtime_dir_(find_runtime_dir()),
+      sharing_(share(runtime_dir_, config_group)),
       publisher_(open_publisher(runtime_dir_)),
       state_(std::move(chassis), std::move(changes),
              {[this](const chassis_model &model) { publish(*publisher_, model); }, keeper_in(state_file)}),
+      port_services_{&state_, config_access(config_group)},
       server_(mts_server_create()) {
     if (server_ == nullptr) fail("server");
     take_signals();
@@ -90,7 +101,7 @@ void switch_daemon::take_signals() {
 }
 
 void switch_daemon::add_services() {
-    for (const uint32_t sap : port_service_saps) add_service(MTS_NODE_SUPERVISOR, sap, port_service, &state_);
+    for (const uint32_t sap : port_service_saps) add_service(MTS_NODE_SUPERVISOR, sap, port_service, &port_services_);
     add_service(MTS_NODE_SUPERVISOR, PM_SAP_CHANNEL_MEMBER, channel_member_service, &state_);
     add_service(MTS_NODE_SUPERVISOR, PM_SAP_MODULE_RESOURCE, supervisor_resource_service, &state_);
     add_line_cards(state_.model());
@@ -130,8 +141,8 @@ void switch_daemon::restart_replaced_line_cards(const std::map<uint8_t, line_car
 }
 
 void switch_daemon::run() {
-    std::printf("%s: ready: %s, %zu ports, run-time directory %s\n", program_name, state_.model().name.c_str(),
-                state_.model().ports.size(), runtime_dir_.c_str());
+    std::printf("%s: ready: %s, %zu ports, run-time directory %s%s\n", program_name, state_.model().name.c_str(),
+                state_.model().ports.size(), runtime_dir_.c_str(), sharing_.c_str());
     std::fflush(stdout);
     notify_ready();
     if (mts_server_run(server_.get()) != 0) fail("server");

@@ -5,12 +5,14 @@
 
 #include <map>
 #include <memory>
+#include <optional>
 #include <string>
 
 #include "chassis/switch_state.h"
 #include "platform_dev/chassis_db.h"
 #include "platform_dev/mts_service.h"
 #include "services/line_card.h"
+#include "services/port_service.h"
 
 namespace virtual_switch {
 
@@ -19,8 +21,10 @@ class switch_daemon {
   public:
     // Loads the chassis file, and what clients configured from the state file, publishes the database and takes the
     // SAPs of the run-time directory. Without the name of a state file, what clients configure ends with the program.
+    // With a group, its members may configure, too, and a run-time directory that is private is shared with them.
     // Blocks the signals that the loop takes. Throws std::runtime_error with one line.
-    switch_daemon(const std::string &chassis_file, const std::string &state_file);
+    switch_daemon(const std::string &chassis_file, const std::string &state_file,
+                  const std::optional<user_group> &config_group);
     ~switch_daemon();
     switch_daemon(const switch_daemon &) = delete;
     switch_daemon &operator=(const switch_daemon &) = delete;
@@ -31,8 +35,8 @@ class switch_daemon {
 
   private:
     // Takes what was read from files, so that a bad one disturbs nothing.
-    switch_daemon(std::string chassis_file, chassis_model chassis, const std::string &state_file,
-                  configuration changes);
+    switch_daemon(std::string chassis_file, chassis_model chassis, const std::string &state_file, configuration changes,
+                  const std::optional<user_group> &config_group);
 
     void take_signals();
     void add_services();
@@ -49,8 +53,10 @@ class switch_daemon {
 
     std::string chassis_file_;
     std::string runtime_dir_;
+    std::string sharing_;  // with whom, for the line that says that it is ready
     std::unique_ptr<platform_dev::chassis_publisher> publisher_;
     switch_state state_;
+    port_service_context port_services_;
     std::map<uint8_t, line_card_context> line_cards_;  // those whose services are there, by slot
     std::unique_ptr<mts_server_t, server_deleter> server_;
     int signal_fd_ = -1;

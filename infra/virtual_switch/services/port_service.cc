@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "services/port_service.h"
 
-#include "chassis/switch_state.h"
+#include <cstdio>
+
 #include "port_mgr/status.h"
+#include "program_name.h"
 #include "services/listing_service.h"
 #include "services/loopback_service.h"
 #include "services/port_selection.h"
@@ -27,10 +29,17 @@ void query(switch_state &state, const mts_request_t &request, mts_reply_t *reply
 
 enum class transport : uint8_t { any, cmi_only };
 
+// Of a request that configures: what messages call it, and the form in which its clients expect a refusal.
+struct configuring {
+    const char *what;
+    void (*refuse)(mts_reply_t *reply, uint32_t status);
+};
+
 struct operation {
     uint32_t opcode;
     transport over;
     void (*serve)(switch_state &state, const mts_request_t &request, mts_reply_t *reply);
+    configuring change{};  // of a query: nothing
 };
 
 constexpr std::array operations{
@@ -39,20 +48,32 @@ constexpr std::array operations{
     operation{MTS_OPC_PM_GET_NEXT_PORT_INFO, transport::any, query<select_next_port, answer_ports>},
     operation{MTS_OPC_PM_GET_IF_INDEX_LISTING, transport::any, serve_listing},
     operation{MTS_OPC_PM_GET_STARTUP_IF_INDEX_LISTING, transport::any, serve_startup_listing},
-    operation{CMI_OPC_PM_SET_PORT_CONFIG, transport::cmi_only, serve_set},
+    operation{CMI_OPC_PM_SET_PORT_CONFIG, transport::cmi_only, serve_set, {"attributes of ports", refuse_set}},
     operation{CMI_OPC_PM_GET_PORT_CONFIG, transport::cmi_only, query<select_configured_ports, answer_configured_ports>},
     operation{CMI_OPC_PM_GET_FCOT_INFO, transport::cmi_only, serve_transceivers},
-    operation{CMI_OPC_PM_CONFIG_SUB_INTF, transport::cmi_only, serve_sub_interfaces},
-    operation{CMI_OPC_PM_CONFIG_LOOPBACK, transport::cmi_only, serve_loopbacks},
+    operation{CMI_OPC_PM_CONFIG_SUB_INTF,
+              transport::cmi_only,
+              serve_sub_interfaces,
+              {"sub-interfaces", answer_sub_interfaces}},
+    operation{CMI_OPC_PM_CONFIG_LOOPBACK, transport::cmi_only, serve_loopbacks, {"loopbacks", mts_reply_fail}},
     operation{CMI_OPC_PM_GET_MODULE_INTF_LISTING, transport::cmi_only, query<select_module_ports, answer_ports>},
 };
 
+void refuse(const configuring &change, const config_access &access, const mts_client_t &client, mts_reply_t *reply) {
+    std::fprintf(stderr, "%s: configuration refused: %s: user %u %s\n", program_name, change.what, client.uid,
+                 access.reason().c_str());
+    change.refuse(reply, PM_ERR_REJECTED);
+}
+
 }  // namespace
 
-void port_service(void *state, const mts_request_t *request, mts_reply_t *reply) {
+void port_service(void *context, const mts_request_t *request, mts_reply_t *reply) {
+    const auto &[state, access] = *static_cast<const port_service_context *>(context);
     for (const operation &known : operations) {
         if (known.opcode != request->opcode || (known.over == transport::cmi_only && request->is_cmi == 0)) continue;
-        return known.serve(*static_cast<switch_state *>(state), *request, reply);
+        if (known.change.refuse != nullptr && !access.allows(request->client))
+            return refuse(known.change, access, request->client, reply);
+        return known.serve(*state, *request, reply);
     }
     answer_status(reply, PM_ERR_FAILURE);
 }

@@ -5,8 +5,10 @@
 
 #include <array>
 
+#include "chassis/switch_state.h"
 #include "platform_dev/mts_service.h"
 #include "port_mgr/opcodes.h"
+#include "services/config_access.h"
 
 namespace virtual_switch {
 
@@ -14,8 +16,14 @@ namespace virtual_switch {
 inline constexpr std::array<uint32_t, 4> port_service_saps{PM_SAP_PORT_MANAGER, PM_SAP_ETHERNET,
                                                            PM_SAP_ETHERNET_CHANNEL, PM_SAP_MGMT};
 
-// An mts_service_t; the context is the switch_state.
-void port_service(void *state, const mts_request_t *request, mts_reply_t *reply);
+struct port_service_context {
+    switch_state *state;
+    config_access access;
+};
+
+// An mts_service_t; the context is a port_service_context. Whoever reaches it may ask. A request that configures is
+// answered with PM_ERR_REJECTED when its client may not, and a line on standard error says so.
+void port_service(void *context, const mts_request_t *request, mts_reply_t *reply);
 
 }  // namespace virtual_switch
 

@@ -42,6 +42,27 @@ TEST_F(command_line, checks_good_files) {
     EXPECT_EQ(checked.errors, "");
 }
 
+TEST_F(command_line, names_a_group_that_is_not_there) {
+    for (const std::string group : {"no such group", "12x", "-1", "4294967295", "4294967296"}) {
+        for (const std::vector<std::string> &arguments :
+             {std::vector<std::string>{"--config-group", group, fixed_switch},
+              {"--config-group=" + group, "--check", fixed_switch}}) {
+            const outcome refused = run(arguments);
+            EXPECT_EQ(refused.status, 1);
+            EXPECT_EQ(refused.output, "");
+            EXPECT_EQ(refused.errors, "pm-virtual-switch: no such group: " + group + "\n");
+        }
+    }
+    EXPECT_FALSE(std::filesystem::exists(directory_.file("chassis-db")));
+}
+
+TEST_F(command_line, checks_with_a_group_and_shares_nothing) {
+    for (const std::string group : {"root", "0", "62000"}) {
+        EXPECT_EQ(run({"--check", "--config-group", group, fixed_switch}).status, 0) << group;
+    }
+    EXPECT_EQ(std::filesystem::status(directory_.file(".")).permissions(), std::filesystem::perms::owner_all);
+}
+
 TEST_F(command_line, refuses_bad_files) {
     const std::string file = directory_.file("bad.toml");
     std::ofstream(file) << "[chassis]\nname = 'x'\ntype = 6\nslots = 1\ncolour = 'red'\n";
@@ -61,8 +82,13 @@ TEST_F(command_line, refuses_a_directory_that_others_can_enter) {
 }
 
 TEST_F(command_line, refuses_wrong_usage) {
-    for (const std::vector<std::string> &arguments :
-         {std::vector<std::string>{}, {"a", "b"}, {"--nothing"}, {"--check"}, {"-x", "a"}}) {
+    for (const std::vector<std::string> &arguments : {std::vector<std::string>{},
+                                                      {"a", "b"},
+                                                      {"--nothing"},
+                                                      {"--check"},
+                                                      {"-x", "a"},
+                                                      {"--config-group"},
+                                                      {"--config-group", "", "a"}}) {
         const outcome refused = run(arguments);
         EXPECT_EQ(refused.status, 2);
         EXPECT_EQ(refused.output, "");

@@ -70,7 +70,8 @@ mts_reply ask_service(virtual_switch::switch_state &state, uint32_t sap, uint32_
     const mts_request_t request{0xfe000000,     sap, opcode, 1, kind, static_cast<uint32_t>(payload.size()),
                                 payload.data(), {}};
     mts_reply reply;
-    virtual_switch::port_service(&state, &request, &reply);
+    virtual_switch::port_service_context context{&state, {}};
+    virtual_switch::port_service(&context, &request, &reply);
     return reply;
 }
 

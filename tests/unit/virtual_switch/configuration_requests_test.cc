@@ -115,7 +115,8 @@ TEST(configuration_requests, over_messages_are_unknown) {
         const mts_request_t request{0xfe000000,    43, opcode, 0, 3, static_cast<uint32_t>(set_fc.size()),
                                     set_fc.data(), {}};
         mts_reply reply;
-        virtual_switch::port_service(&state, &request, &reply);
+        virtual_switch::port_service_context context{&state, {}};
+        virtual_switch::port_service(&context, &request, &reply);
         EXPECT_THAT(*reply.payload, ElementsAre(0x40, 0x29, 0, 0)) << opcode;
         EXPECT_EQ(reply.failure, 0u);
     }

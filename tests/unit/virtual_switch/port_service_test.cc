@@ -15,7 +15,8 @@ mts_reply ask(uint32_t opcode, const std::vector<uint8_t> &payload, uint32_t is_
     const mts_request_t request{0xfe000000,     43, opcode, is_cmi, 0, static_cast<uint32_t>(payload.size()),
                                 payload.data(), {}};
     mts_reply reply;
-    virtual_switch::port_service(&state, &request, &reply);
+    virtual_switch::port_service_context context{&state, {}};
+    virtual_switch::port_service(&context, &request, &reply);
     return reply;
 }
 

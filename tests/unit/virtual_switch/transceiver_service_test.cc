@@ -45,7 +45,8 @@ class transceivers : public testing::Test {
         const mts_request_t request{PM_NODE_SUPERVISOR, sap, CMI_OPC_PM_GET_FCOT_INFO, is_cmi, 3, size,
                                     payload.data(),     {}};
         mts_reply reply;
-        virtual_switch::port_service(&switch_.state, &request, &reply);
+        virtual_switch::port_service_context context{&switch_.state, {}};
+        virtual_switch::port_service(&context, &request, &reply);
         return reply;
     }
     mts_reply ask(uint32_t flavour, const named_ranges &ranges, uint32_t sap = PM_SAP_PORT_MANAGER) {
