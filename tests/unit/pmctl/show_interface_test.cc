@@ -182,8 +182,9 @@ TEST_F(show_interface, says_why_no_handle_opened) {
     EXPECT_EQ(outcome.status, 1);
     EXPECT_THAT(outcome.messages, ElementsAre("cannot open the message transport in /tmp/lab: Permission denied"));
     the_switch.open_error = EPERM;
-    EXPECT_THAT(run({"fc1/1"}).messages, ElementsAre("cannot open the message transport in /tmp/lab: it must be a "
-                                                     "directory of your own with mode 0700"));
+    EXPECT_THAT(run({"fc1/1"}).messages, ElementsAre("cannot open the message transport in /tmp/lab: it must be your "
+                                                     "own, or named by MTS_RUNTIME_DIR, with mode 0700, or 0710 or "
+                                                     "0750 to share it with its group"));
 }
 
 TEST_F(show_interface, asks_nothing_for_a_wrong_command_line) {

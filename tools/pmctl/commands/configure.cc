@@ -96,6 +96,9 @@ void note_range(configuration &on, const interface_range &range, const setting_c
 std::string reason_of(uint32_t status, const creation_step &step) {
     const bool is_creation = step.kind == created_kind::sub_interface && step.creates;
     const std::string words = status_words(status_source::answer, status);
+    if (status == PM_ERR_REJECTED)
+        return fmt::format("the switch takes no configuration from {}, or no more such interfaces: {}", user_name(),
+                           words);
     if (is_creation && status == PM_ERR_INVALID_RANGE)
         return fmt::format("its main interface does not exist, or can have no sub-interfaces: {}", words);
     if (is_creation && status == PM_ERR_INVALID_PARAM)

@@ -31,6 +31,12 @@ struct range_list {
 };
 static_assert(sizeof(range_list) == sizeof(pm_if_range_list_t) + sizeof(pm_if_index_range_t));
 
+// A service that refuses a request as a whole has nothing against the interfaces.
+std::string no_permission() {
+    return fmt::format("the switch takes no configuration from {}: {}", user_name(),
+                       status_words(status_source::answer, PM_ERR_REJECTED));
+}
+
 // The library itself refuses what sub-interfaces of port channels never take, without a result.
 uint32_t status_without_results(uint32_t status) { return status == PM_ERR_FAILURE ? PM_ERR_REJECTED : status; }
 
@@ -74,6 +80,7 @@ void configuration::set(const interface_page &page, const attribute_value &value
     // After a failure of the transport the entries are not ours.
     if (is_transport_error(status)) connection_.check_exchange(page_name(page), status);
     found.records.reset(entries);
+    if (status == PM_ERR_REJECTED && found.count == 0) throw switch_unavailable(no_permission());
     const bool is_silent = status == 0 || found.count != 0;
     const auto otherwise = is_silent ? std::nullopt : std::optional(status_without_results(status));
     for (const pm_if_index_range_t &each : page) results[each.first] = otherwise;

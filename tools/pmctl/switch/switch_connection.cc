@@ -24,7 +24,9 @@ std::string runtime_directory() {
 }
 
 std::string reason_not_to_open(int error) {
-    if (error == EPERM) return "it must be a directory of your own with mode 0700";
+    if (error == EPERM)
+        return "it must be your own, or named by MTS_RUNTIME_DIR, with mode 0700, or 0710 or 0750 to share it with its "
+               "group";
     return std::generic_category().message(error);
 }
 
@@ -42,6 +44,19 @@ std::string not_running() {
                        runtime_directory());
 }
 
+// Why nobody in the run-time directory is asked; empty when the error says something else.
+std::string refusal(uint32_t error) {
+    if (error == EACCES)
+        return fmt::format(
+            "the switch in {} is for its owner, root and the group that it is shared with: "
+            "ask its owner to start it with --config-group, and to add you to the group",
+            runtime_directory());
+    if (error == EPERM)
+        return fmt::format("what serves in {} does not run as the owner of that directory, so it is not believed",
+                           runtime_directory());
+    return "";
+}
+
 }  // namespace
 
 open_handle::open_handle() : handle_(open_or_throw()) {}
@@ -51,6 +66,7 @@ open_handle::~open_handle() { mts_dev_close(handle_); }
 // A service that is missing beside a port manager that answers concerns this question only.
 void switch_connection::check_request(const std::string &subject, uint32_t status) const {
     if (status == 0) return;
+    if (const std::string words = refusal(status); !words.empty()) throw switch_unavailable(words);
     if (status != EHOSTUNREACH)
         throw switch_unavailable(fmt::format("{}: {}", subject, status_words(status_source::request, status)));
     if (!port_manager_answers()) throw switch_unavailable(not_running());
