@@ -5,6 +5,7 @@
 #include <link.h>
 
 #include <cstdint>
+#include <cstdlib>
 #include <string_view>
 
 namespace support {
@@ -27,9 +28,13 @@ int find_library(struct dl_phdr_info *object, size_t, void *result) {
     return 1;
 }
 
+// What of the library runs while the process ends is the compiler's, which saves its counts of the lines that ran.
+bool process_ends = false;
+
 address_range library_range() {
     address_range range;
     dl_iterate_phdr(find_library, &range);
+    std::atexit([] { process_ends = true; });
     return range;
 }
 
@@ -38,7 +43,7 @@ address_range library_range() {
 bool is_library_code(const void *return_address) {
     static const address_range range = library_range();
     const auto address = reinterpret_cast<uintptr_t>(return_address);
-    return address >= range.begin && address < range.end;
+    return address >= range.begin && address < range.end && !process_ends;
 }
 
 void *next_symbol(const char *name) {
