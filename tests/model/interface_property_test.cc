@@ -27,7 +27,7 @@ model::interface told(if_index_t if_index) {
 }
 
 if_index_t random_interface(random_source &source, uint32_t type) {
-    const uint32_t slot = source.one_in(8) ? source.below(256) : 1 + source.below(2);
+    const auto slot = source.pick<uint32_t>({1, 1, 1, 2, 2, slots - 1, slots, source.below(256)});
     const uint32_t port = source.one_in(8) ? source.below(256) : 10 + source.below(3);
     const uint32_t sub_interface = source.one_in(8) ? source.below(256) : source.below(3);
     return type * 16777216 + slot * 65536 + port * 256 + sub_interface;

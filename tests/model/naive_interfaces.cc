@@ -73,7 +73,7 @@ vsan_bitset_t vsans_of(uint32_t start, uint32_t length, const support::bytes &bi
     vsan_bitset_t vsans{512, {}};
     const uint64_t end = start + uint64_t{8} * length;
     for (uint64_t vsan = start; vsan < end && vsan <= 4095; ++vsan) {
-        const uint64_t bit = vsan - start;
+        const auto bit = static_cast<size_t>(vsan - start);
         const bool is_set = bits[bit / 8] / (1 << (7 - bit % 8)) % 2 == 1;
         if (is_set) vsans.bits[vsan / 8] = static_cast<uint8_t>(vsans.bits[vsan / 8] + (1 << (7 - vsan % 8)));
     }

@@ -79,7 +79,7 @@ void add_elements(random_source &source, answer &to, uint32_t count) {
     to.payload->insert(to.payload->end(), place.begin(), place.end());
 }
 
-uint32_t random_status(random_source &source) { return source.one_in(16) ? source.word() : 0; }
+uint32_t random_status(random_source &source) { return source.one_in(5) ? source.word() : 0; }
 
 }  // namespace
 

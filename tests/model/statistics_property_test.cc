@@ -85,7 +85,7 @@ std::string random_total(random_source &source) {
 }
 
 std::string random_line(random_source &source) {
-    std::string line(source.below(3), ' ');
+    std::string line(source.below(3), source.pick<char>({' ', ' ', ' ', '\t', '\v', '\f', '\r'}));
     line += random_name(source);
     if (!source.one_in(8)) line += ':';
     const uint32_t columns = source.one_in(4) ? source.below(20) : 16;
