@@ -115,6 +115,15 @@ TEST_P(response_message, without_payload_is_refused_by_its_parser) {
     transport.drop(message);
 }
 
+TEST_P(response_message, has_no_place_without_both_outputs) {
+    const mts_msg_t message = transport.message(GetParam().opcode, GetParam().good);
+    EXPECT_EQ(GetParam().parse(&message, nullptr, &records), PM_ERR_INVALID_PARAM);
+    EXPECT_EQ(GetParam().parse(&message, &count, nullptr), PM_ERR_INVALID_PARAM);
+    EXPECT_EQ(count, untouched);
+    EXPECT_EQ(records, nullptr);
+    transport.drop(message);
+}
+
 TEST_P(response_message, cut_short_anywhere_is_malformed) {
     const bytes &good = GetParam().good;
     for (size_t size = 0; size < good.size(); ++size) {

@@ -37,6 +37,14 @@ TEST_F(set_response, has_its_first_words_converted_and_its_second_words_as_they_
     EXPECT_THAT(support::call_log::take(), testing::Contains("malloc(16)").Times(1));
 }
 
+TEST_F(set_response, has_no_place_without_both_outputs) {
+    const guarded_bytes wire(answer(0, 1).be32(1).be32(0));
+    EXPECT_EQ(pm_parse_set_port_info_res_payload(wire.data(), &out.count, nullptr), PM_ERR_INVALID_PARAM);
+    EXPECT_EQ(out.count, untouched);
+    EXPECT_EQ(pm_parse_set_port_info_res_payload(wire.data(), nullptr, &out.records), PM_ERR_INVALID_PARAM);
+    EXPECT_EQ(out.records, nullptr);
+}
+
 TEST_F(set_response, with_a_status_returns_it_with_its_entries) {
     EXPECT_EQ(parse(answer(5, 2).be32(1).be32(0).be32(2).be32(0x40290009)), 5U);
     ASSERT_EQ(out.count, 2U);

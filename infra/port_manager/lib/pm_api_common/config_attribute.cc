@@ -14,20 +14,9 @@ using pm::value_kind;
 
 // Copies a value from memory to its element, or back: it is the same in both directions.
 void copy_value(value_kind kind, void *to, const void *from) {
-    switch (kind) {
-        case value_kind::short_number:
-            return pm::store_be16(to, pm::load<uint16_t>(from));
-        case value_kind::word:
-            return pm::store_be32(to, pm::load<uint32_t>(from));
-        case value_kind::byte:
-        case value_kind::raw_word:
-        case value_kind::raw_pair:
-        case value_kind::text:
-            std::memcpy(to, from, pm::width_of(kind));
-            return;
-        case value_kind::none:
-            return;
-    }
+    if (kind == value_kind::short_number) return pm::store_be16(to, pm::load<uint16_t>(from));
+    if (kind == value_kind::word) return pm::store_be32(to, pm::load<uint32_t>(from));
+    std::memcpy(to, from, pm::width_of(kind));
 }
 
 }  // namespace
