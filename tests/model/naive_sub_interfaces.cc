@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "naive_sub_interfaces.h"
 
-#include <algorithm>
-
 #include "naive_bytes.h"
 
 namespace model {
@@ -52,10 +50,12 @@ sub_interface_request request_of_ranges(bool create, const std::vector<pm_if_ind
             index = entries.size();
             entries.push_back({main_of(range.first), {0, 0, 0}, std::vector<bool>(4096)});
         }
-        // A range that runs backwards has the length of the one around the other end.
+        // The count of a range that runs backwards wraps around.
         const uint32_t count = number_of(range.last) - number_of(range.first) + 1;
-        const uint64_t end = std::min<uint64_t>(uint64_t{number_of(range.first)} + count, 4096);
-        for (uint64_t number = number_of(range.first); number < end; ++number) entries[index].numbers[number] = true;
+        for (size_t number = 0; number < 4096; ++number) {
+            const bool is_in = number >= number_of(range.first) && number - number_of(range.first) < count;
+            if (is_in) entries[index].numbers[number] = true;
+        }
     }
     return {0, payload_of(create ? 1 : 2, entries)};
 }
