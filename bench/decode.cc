@@ -87,7 +87,7 @@ void measure_one_record() {
     const bytes base = base_record(0);
     const bytes record_bytes(sizeof(pm_port_info_t));
     bytes copy(record_bytes.size());
-    pm_port_info_t record;
+    pm_port_info_t record{};
     const bench::comparison row = bench::compare(parsing(base, nullptr, record), copying(record_bytes, copy));
     bench::print_row("base record without elements; memcpy of 388 bytes", row);
     std::printf("%-58s %12.2f\n", "    goal: at most 3 x memcpy + 40", 3 * row.floor + 40);
@@ -100,7 +100,7 @@ void measure_foreign_elements() {
     const bytes attributes = finish(builder);
     const bytes base = base_record(0);
     bytes copy(attributes.size());
-    pm_port_info_t record;
+    pm_port_info_t record{};
     const bench::comparison all = bench::compare(parsing(base, attributes.data(), record), copying(attributes, copy));
     bench::print_row("visit of another port's element; memcpy of its 12 bytes",
                      {all.ours / elements, all.floor / elements});

@@ -4,6 +4,7 @@
 #ifndef VIRTUAL_SWITCH_CHASSIS_COUNTER_TABLE_H
 #define VIRTUAL_SWITCH_CHASSIS_COUNTER_TABLE_H
 
+#include <algorithm>
 #include <array>
 #include <cstddef>
 #include <string_view>
@@ -66,7 +67,7 @@ inline constexpr std::string_view unreachable_key = "unreachable";
 // All keys of a chassis file, in the order they are documented.
 inline constexpr auto counter_keys = [] {
     std::array<std::string_view, counter_table.size() + 1> keys{};
-    for (size_t i = 0; i < counter_table.size(); ++i) keys[i] = counter_table[i].key;
+    std::ranges::transform(counter_table, keys.begin(), &counter::key);
     keys.back() = unreachable_key;
     return keys;
 }();

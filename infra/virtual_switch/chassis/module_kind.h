@@ -28,11 +28,7 @@ inline constexpr std::array module_kinds{
     module_kind{"ethernet-sfp", IF_TYPE_ETHERNET_SFP, port_kind::ethernet_sfp, 128, 61},
 };
 
-inline constexpr auto module_kind_words = [] {
-    std::array<named_value, module_kinds.size()> words{};
-    for (uint32_t i = 0; i < words.size(); ++i) words[i] = {module_kinds[i].word, i};
-    return words;
-}();
+inline constexpr auto module_kind_words = words_of(module_kinds, &module_kind::word);
 
 }  // namespace virtual_switch
 

@@ -28,11 +28,7 @@ constexpr std::array port_conditions{
     port_condition{"shutdown", port_state::down, port_state::up, reason::none},
 };
 
-constexpr auto condition_words = [] {
-    std::array<named_value, port_conditions.size()> words{};
-    for (uint32_t i = 0; i < words.size(); ++i) words[i] = {port_conditions[i].word, i};
-    return words;
-}();
+constexpr auto condition_words = words_of(port_conditions, &port_condition::word);
 
 constexpr auto setting_keys = [] {
     std::array<std::string_view, port_settings.size() + 1> keys{state_key};

@@ -26,7 +26,8 @@ std::string names_of(if_index_t first, if_index_t last) {
 // A section for each run of interfaces that meet the condition.
 void append_interfaces(std::string &text, std::string_view section, const std::set<if_index_t> &interfaces,
                        bool (*belongs)(if_index_t)) {
-    for (auto at = interfaces.begin(); at != interfaces.end();) {
+    auto at = interfaces.begin();
+    while (at != interfaces.end()) {
         const if_index_t first = *at;
         if_index_t last = first;
         for (++at; at != interfaces.end() && *at == last + 1 && last - first < longest_range - 1; ++at) ++last;

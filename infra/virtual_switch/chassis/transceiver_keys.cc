@@ -19,20 +19,16 @@ using page_writer = void (*)(const document_value &value, const std::string &key
 // ------------------------------------------------------------------------------------------------------------- pages
 
 template <const auto &codes>
-constexpr auto words_of = [] {
-    std::array<named_value, codes.size()> words{};
-    for (uint32_t i = 0; i < words.size(); ++i) words[i] = {codes[i].name, i};
-    return words;
-}();
+constexpr auto names_of = words_of(codes, &std::decay_t<decltype(codes.front())>::name);
 
 template <const auto &codes, size_t offset>
 void write_code(const document_value &value, const std::string &key, transceiver_plan &to) {
-    to.serial_id[offset] = codes[read_word(value, key, words_of<codes>)].code;
+    to.serial_id[offset] = codes[read_word(value, key, names_of<codes>)].code;
 }
 
 // Whatever goes with another technology is gone: codes, lengths and wavelength, and of a cable the diagnostics.
 void write_technology(const document_value &value, const std::string &key, transceiver_plan &to) {
-    const auto &technology = sff8472::technologies[read_word(value, key, words_of<sff8472::technologies>)];
+    const auto &technology = sff8472::technologies[read_word(value, key, names_of<sff8472::technologies>)];
     uint8_t *const page = to.serial_id.data();
     std::fill(page + serial_id::ethernet_10g_codes, page + serial_id::encoding, uint8_t{0});
     std::fill(page + serial_id::length_single_mode_km, page + serial_id::vendor_name.offset, uint8_t{0});

@@ -3,6 +3,7 @@
 #ifndef VIRTUAL_SWITCH_CHASSIS_VALUE_READER_H
 #define VIRTUAL_SWITCH_CHASSIS_VALUE_READER_H
 
+#include <array>
 #include <cstdint>
 #include <span>
 #include <string>
@@ -18,6 +19,18 @@ struct named_value {
     std::string_view word;
     uint32_t value;
 };
+
+// The words of a table's rows; each stands for the position of its row.
+template <typename Row, size_t size>
+constexpr std::array<named_value, size> words_of(const std::array<Row, size> &table, std::string_view Row::*word) {
+    std::array<named_value, size> words{};
+    uint32_t position = 0;
+    for (const Row &row : table) {
+        words[position] = {row.*word, position};
+        ++position;
+    }
+    return words;
+}
 
 struct number_range {
     uint32_t least;

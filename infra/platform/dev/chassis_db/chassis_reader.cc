@@ -35,7 +35,8 @@ constinit process_mapping process;
 // Calls `read` with the content, as read_sequenced does; nothing when nothing is published.
 template <typename Read>
 auto read_image(const chassis_image &image, Read read) -> decltype(read(image.content)) {
-    return read_sequenced(image.sequence, [&]() -> decltype(read(image.content)) {
+    using result = decltype(read(image.content));
+    return read_sequenced(image.sequence, [&]() -> result {
         if (load_word(image.content.published) == 0) return std::nullopt;
         return read(image.content);
     });

@@ -68,8 +68,8 @@ namespace detail {
 // Position in interface_kinds plus one; 0 for a type that is none of them.
 inline constexpr auto kind_position = [] {
     std::array<uint8_t, 256> position{};
-    for (uint8_t i = 0; i < std::size(interface_kinds); ++i)
-        position[interface_kinds[i].type] = static_cast<uint8_t>(i + 1);
+    uint8_t next = 1;
+    for (const interface_kind &kind : interface_kinds) position[kind.type] = next++;
     return position;
 }();
 

@@ -32,5 +32,6 @@ constexpr reason_texts messages = texts_by_code(&pm::state_reason::message, "Unk
 }  // namespace
 
 const char *port_state_reason_string(uint8_t reason, int32_t form) {
-    return (form == keyword_form ? keywords : messages)[reason];
+    const reason_texts &texts = form == keyword_form ? keywords : messages;
+    return texts[reason];
 }
