@@ -6,6 +6,12 @@ add_compile_options(
     # Reports and file names are the same on every machine: paths count from the root of the tree.
     -ffile-prefix-map=${CMAKE_SOURCE_DIR}/=)
 
+# Hardening of what ships; tests/abi holds the built files to it.
+add_compile_options(-fstack-protector-strong -fstack-clash-protection)
+add_link_options(-Wl,-z,relro,-z,now,-z,noexecstack)
+include(CheckPIESupported)
+check_pie_supported()
+
 # Only what a header marks as exported leaves a shared object.
 set(CMAKE_C_VISIBILITY_PRESET hidden)
 set(CMAKE_CXX_VISIBILITY_PRESET hidden)
@@ -21,6 +27,9 @@ if(PORT_MGR_SANITIZER STREQUAL "address")
 elseif(PORT_MGR_SANITIZER STREQUAL "thread")
   add_compile_options(-fsanitize=thread -fno-omit-frame-pointer)
   add_link_options(-fsanitize=thread)
+elseif(NOT CMAKE_BUILD_TYPE STREQUAL "Debug")
+  # The C library checks sizes and formats where it can. The sanitizers check more, and follow only plain functions.
+  add_compile_options(-D_FORTIFY_SOURCE=2)
 endif()
 
 option(PORT_MGR_COVERAGE "Count which lines the tests reach" OFF)
