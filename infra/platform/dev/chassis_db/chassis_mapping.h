@@ -24,14 +24,14 @@ class chassis_mapping {
   public:
     // True while this is the database that a look-up must read: the run-time directory is the same, and the file is
     // still in it.
-    bool is_live() const;
+    [[nodiscard]] bool is_live() const;
 
     // Opens the database of the run-time directory. Returns false, and holds none, when there is none.
-    bool open();
+    [[nodiscard]] bool open();
 
     void close();
 
-    const chassis_image &image() const { return *image_; }
+    [[nodiscard]] const chassis_image &image() const { return *image_; }
 
   private:
     runtime_directory directory_{};

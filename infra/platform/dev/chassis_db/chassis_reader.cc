@@ -28,7 +28,7 @@ constinit process_mapping process;
 
 // A shared object that is unloaded, which some are after each look-up, leaves no mapping and no descriptor behind.
 [[gnu::destructor]] void close_mapping() {
-    std::unique_lock lock(process.shared.mutex);
+    const std::unique_lock lock(process.shared.mutex);
     process.shared.mapping.close();
 }
 
@@ -46,10 +46,10 @@ template <typename Read>
 auto read_content(Read read) -> decltype(read(std::declval<const chassis_content &>())) {
     auto &[mutex, mapping] = process.shared;
     {
-        std::shared_lock lock(mutex);
+        const std::shared_lock lock(mutex);
         if (mapping.is_live()) return read_image(mapping.image(), read);
     }
-    std::unique_lock lock(mutex);
+    const std::unique_lock lock(mutex);
     if (!mapping.is_live() && !mapping.open()) return std::nullopt;
     return read_image(mapping.image(), read);
 }

@@ -8,7 +8,7 @@
 namespace platform_dev {
 
 int32_t fill_member_record(void *record, const member_record_layout &layout) {
-    uint8_t *bytes = static_cast<uint8_t *>(record);
+    auto *const bytes = static_cast<uint8_t *>(record);
     if_index_t channel;
     memcpy(&channel, bytes + layout.channel_offset, sizeof channel);
     const auto list = find_port_channel(channel);

@@ -16,7 +16,9 @@ struct member_record_layout {
     uint32_t count_offset;
     uint32_t first_member_offset;
 
-    constexpr bool holds_every_member() const { return first_member_offset + max_members * sizeof(uint32_t) <= size; }
+    [[nodiscard]] constexpr bool holds_every_member() const {
+        return first_member_offset + max_members * sizeof(uint32_t) <= size;
+    }
 };
 
 // Reads the channel from `record` and writes its members there. Returns 0, or -1 when the channel is not published.

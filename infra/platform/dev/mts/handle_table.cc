@@ -57,7 +57,7 @@ std::unique_ptr<message_queue> close_handle(mts_handle_t handle) {
 }
 
 message_queue *find_queue(mts_handle_t handle) {
-    slot &found = slot_of(handle);
+    const slot &found = slot_of(handle);
     return handle != 0 && found.open.load(std::memory_order_acquire) == handle ? found.queue : nullptr;
 }
 

@@ -20,7 +20,7 @@ class watched_fd final : public event_source {
   public:
     watched_fd(int fd, mts_fd_handler_t handler, void *context) : fd_(fd), handler_(handler), context_(context) {}
 
-    int descriptor() const override { return fd_; }
+    [[nodiscard]] int descriptor() const override { return fd_; }
 
     bool on_event(uint32_t) override {
         handler_(context_, fd_);

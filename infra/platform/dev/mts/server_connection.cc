@@ -30,7 +30,7 @@ frame_header answer_header(const frame_header &request, const mts_reply &reply, 
 }  // namespace
 
 bool server_connection::on_event(uint32_t events) {
-    if (held_) return send_held_answer();
+    if (held_) return send_again(*held_);
     return (events & EPOLLIN) && serve_request();
 }
 
@@ -71,8 +71,8 @@ bool server_connection::answer(const frame_header &request, mts_reply &reply) {
     return server_.wait_for(*this, EPOLLOUT) == 0;
 }
 
-bool server_connection::send_held_answer() {
-    const int error = send_frame(socket_.get(), held_->header, held_->payload.get());
+bool server_connection::send_again(const held_answer &answer) {
+    const int error = send_frame(socket_.get(), answer.header, answer.payload.get());
     if (error != 0) return error == EAGAIN;
     held_.reset();
     return server_.wait_for(*this, EPOLLIN) == 0;

@@ -37,7 +37,7 @@ class server_connection final : public event_source {
     [[nodiscard]] bool serve_request();
     void call_service(const received_frame &frame, mts_reply &reply) const;
     [[nodiscard]] bool answer(const frame_header &request, mts_reply &reply);
-    [[nodiscard]] bool send_held_answer();
+    [[nodiscard]] bool send_again(const held_answer &answer);
 
     server &server_;
     service service_;

@@ -15,10 +15,10 @@ struct bit_field {
     uint8_t shift;
     uint8_t bits;
 
-    constexpr bool present() const { return bits != 0; }
-    constexpr uint32_t max() const { return (1u << bits) - 1; }
-    constexpr uint32_t mask() const { return max() << shift; }
-    constexpr uint32_t get(if_index_t index) const { return index >> shift & max(); }
+    [[nodiscard]] constexpr bool present() const { return bits != 0; }
+    [[nodiscard]] constexpr uint32_t max() const { return (1u << bits) - 1; }
+    [[nodiscard]] constexpr uint32_t mask() const { return max() << shift; }
+    [[nodiscard]] constexpr uint32_t get(if_index_t index) const { return index >> shift & max(); }
 };
 
 // What the number before the '/' of a name is.
@@ -30,7 +30,7 @@ struct index_layout {
     bit_field number;
     bit_field sub_intf;
 
-    constexpr uint32_t mask() const { return unit.mask() | number.mask() | sub_intf.mask(); }
+    [[nodiscard]] constexpr uint32_t mask() const { return unit.mask() | number.mask() | sub_intf.mask(); }
 };
 
 //                                                unit                 unit     number   sub-interface

@@ -29,7 +29,7 @@ class name_writer {
         length_ += snprintf(text_ + length_, name_room - static_cast<size_t>(length_), format, args...);
     }
 
-    int32_t length() const { return length_; }
+    [[nodiscard]] int32_t length() const { return length_; }
 
   private:
     char *text_;
@@ -49,7 +49,7 @@ class name_reader {
   public:
     explicit name_reader(std::string_view text) : rest_(text) {}
 
-    bool at_end() const { return rest_.empty(); }
+    [[nodiscard]] bool at_end() const { return rest_.empty(); }
 
     std::string_view word() {
         const std::string_view word = rest_.substr(0, rest_.find_first_of("0123456789"));
