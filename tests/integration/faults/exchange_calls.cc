@@ -108,13 +108,13 @@ uint32_t get_port_info_range(mts_handle_t handle) {
 }
 
 // Too many ports for one packet: the answer comes in a memory file.
-uint32_t get_all_ports(mts_handle_t handle) {
+uint32_t get_many_ports_brief(mts_handle_t handle) {
     const pm_if_index_range_t range{index_of("fc1/1"), index_of("fc3/48")};
-    std::vector<pm_if_index_range_t> ranges(8, range);
+    std::vector<pm_if_index_range_t> ranges(35, range);
     mts_msg_t response{};
     const uint32_t status =
-        pm_get_port_info(handle, 0, 0, 0, 0, 0, static_cast<uint32_t>(ranges.size()), ranges.data(), &response);
-    return finish(handle, status, response, ports_in);
+        pm_get_port_info_brief(handle, 0, 0, 0, 0, 0, static_cast<uint32_t>(ranges.size()), ranges.data(), &response);
+    return finish(handle, status, response, brief_in);
 }
 
 uint32_t send_get_next_port_info(mts_handle_t handle) {
@@ -140,6 +140,15 @@ uint32_t get_module_resources(mts_handle_t handle) {
     mts_msg_t response{};
     return finish(handle, pm_get_module_resources(handle, 0, nullptr, 0, PM_NODE_SUPERVISOR, &response), response,
                   status_in);
+}
+
+// As many ranges as make the request go out in parts, and in a memory file.
+template <uint16_t range_count>
+uint32_t get_module_resources_of(mts_handle_t handle) {
+    const std::vector<pm_if_index_range_t> ranges(range_count, one("fc1/1"));
+    mts_msg_t response{};
+    return finish(handle, pm_get_module_resources(handle, range_count, ranges.data(), 0, PM_NODE_SUPERVISOR, &response),
+                  response, status_in);
 }
 
 uint32_t get_if_index_listing(mts_handle_t handle) {
@@ -279,15 +288,20 @@ constexpr exchange_call cmi_change(const char *name, uint32_t sap, uint32_t opco
 constexpr std::array calls{
     message("pm_send_get_port_info", PM_SAP_PORT_MANAGER, MTS_OPC_PM_GET_PORT_INFO, send_get_port_info),
     message("pm_get_port_info", PM_SAP_PORT_MANAGER, MTS_OPC_PM_GET_PORT_INFO, get_port_info),
-    message("pm_get_port_info.memory_file", PM_SAP_PORT_MANAGER, MTS_OPC_PM_GET_PORT_INFO, get_all_ports),
     message("pm_send_get_port_info_brief", PM_SAP_ETHERNET, MTS_OPC_PM_GET_PORT_INFO_BRIEF, send_get_port_info_brief),
     message("pm_get_port_info_brief", PM_SAP_ETHERNET, MTS_OPC_PM_GET_PORT_INFO_BRIEF, get_port_info_brief),
+    message("pm_get_port_info_brief.memory_file", PM_SAP_PORT_MANAGER, MTS_OPC_PM_GET_PORT_INFO_BRIEF,
+            get_many_ports_brief),
     message("pm_send_get_port_info_range", PM_SAP_PORT_MANAGER, MTS_OPC_PM_GET_PORT_INFO, send_get_port_info_range),
     message("pm_get_port_info_range", PM_SAP_PORT_MANAGER, MTS_OPC_PM_GET_PORT_INFO, get_port_info_range),
     message("pm_send_get_next_port_info", PM_SAP_PORT_MANAGER, MTS_OPC_PM_GET_NEXT_PORT_INFO, send_get_next_port_info),
     message("pm_get_next_port_info", PM_SAP_PORT_MANAGER, MTS_OPC_PM_GET_NEXT_PORT_INFO, get_next_port_info),
     message("pm_ips_send_receive", PM_SAP_PORT_MANAGER, MTS_OPC_PM_GET_IF_INDEX_LISTING, ips_send_receive),
     message("pm_get_module_resources", PM_SAP_MODULE_RESOURCE, MTS_OPC_PM_GET_MODULE_RESOURCES, get_module_resources),
+    message("pm_get_module_resources.long_request", PM_SAP_MODULE_RESOURCE, MTS_OPC_PM_GET_MODULE_RESOURCES,
+            get_module_resources_of<200>),
+    message("pm_get_module_resources.memory_file", PM_SAP_MODULE_RESOURCE, MTS_OPC_PM_GET_MODULE_RESOURCES,
+            get_module_resources_of<30000>),
     message("pm_get_if_index_listing", PM_SAP_PORT_MANAGER, MTS_OPC_PM_GET_IF_INDEX_LISTING, get_if_index_listing),
     message("pm_get_startup_if_index_listing", PM_SAP_PORT_MANAGER, MTS_OPC_PM_GET_STARTUP_IF_INDEX_LISTING,
             get_startup_if_index_listing),
