@@ -1,0 +1,85 @@
+// SPDX-License-Identifier: Apache-2.0
+// Each system call with which a server serves fails in turn: at worst the client that it served learns so at once; the
+// other one is served.
+#include <array>
+#include <cerrno>
+#include <chrono>
+#include <cstdio>
+#include <cstring>
+#include <string>
+#include <thread>
+
+#include "footprint.h"
+#include "integration/transport/test_service.h"
+#include "platform_dev/mts_service.h"
+#include "support/faulty_system.h"
+
+namespace {
+
+using support::call_range;
+using support::faulty_system;
+
+// The longest wait of a client, in seconds: no fault lets one wait.
+constexpr uint32_t wait = 5;
+
+// In one piece, gathered from parts, and in a memory file.
+constexpr std::array<uint32_t, 3> answer_sizes{100, 10'000, 300'000};
+
+class service_faults_test : public transport_test::transport {
+  protected:
+    // Returns how many faults there were: the sweep ends with the turn that no system call has.
+    static int sweep(uint32_t answer_size, int error) {
+        for (int turn = 1;; ++turn) {
+            SCOPED_TRACE(testing::Message() << "system call " << turn << ", " << strerrorname_np(error));
+            const footprint before = footprint::now();
+            const int failed = serve(answer_size, turn, error);
+            EXPECT_EQ(footprint::now(), before);
+            if (failed == 0) return turn - 1;
+        }
+    }
+
+    // Serves two clients, one after the other, while a system call fails: that ends the exchange of one at most.
+    // Returns how many system calls failed.
+    static int serve(uint32_t answer_size, int turn, int error) {
+        const transport_test::test_server server;
+        int failed = 0;
+        std::thread serving([&] {
+            const faulty_system system(call_range::only(turn), error);
+            EXPECT_EQ(mts_server_run(server.get()), 0);
+            failed = system.failed();
+        });
+        const auto begin = std::chrono::steady_clock::now();
+        const int answers = ask(answer_size) + ask(answer_size);
+        EXPECT_LT(std::chrono::steady_clock::now() - begin, std::chrono::seconds(wait));
+        mts_server_stop(server.get());
+        serving.join();
+        EXPECT_GE(answers, 2 - failed);
+        return failed;
+    }
+
+  private:
+    // Returns whether the answer came, whole.
+    static bool ask(uint32_t answer_size) {
+        const transport_test::open_handle handle;
+        const std::string size(reinterpret_cast<const char *>(&answer_size), sizeof answer_size);
+        const uint32_t token = transport_test::send_request(handle, transport_test::answer_size, size);
+        const mts_recv_options_t options = transport_test::answer_to(token, wait);
+        mts_msg_t answer{};
+        if (mts_recv(handle, &answer, &options) != 0) return false;
+        const bool is_whole = mts_payload_size(&answer) == answer_size;
+        return mts_drop(handle, &answer) == 0 && is_whole;
+    }
+};
+
+TEST_F(service_faults_test, end_no_server) {
+    serve(answer_sizes[0], 1, EINTR);  // threads keep their stacks
+    int faults = 0;
+    for (const uint32_t size : answer_sizes) {
+        for (const int error : {EINTR, EAGAIN, ENOBUFS, ECONNREFUSED, ENOMEM, EMFILE}) faults += sweep(size, error);
+    }
+    EXPECT_GT(faults, 0);
+    RecordProperty("system calls that failed", faults);
+    std::printf("system calls that failed: %d\n", faults);
+}
+
+}  // namespace
