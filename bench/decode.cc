@@ -38,11 +38,11 @@ void add_attributes(tlv_builder_t *builder, uint32_t port, size_t count) {
     }
 }
 
-// The array with the 16 zeroed bytes that the transport leaves behind a payload.
+// The array with the zeroed bytes that the transport leaves behind a payload.
 bytes finish(tlv_builder_t *builder) {
     const auto *const data = static_cast<const uint8_t *>(tlv_builder_data(builder));
     bytes array(data, data + tlv_builder_size(builder));
-    array.resize(array.size() + 16);
+    array.resize(array.size() + TLV_ZEROED_TAIL_SIZE);
     tlv_builder_destroy(builder);
     return array;
 }
@@ -109,7 +109,7 @@ void measure_foreign_elements() {
 
 void measure_answer(uint32_t ports) {
     const bytes payload = answer(ports);
-    bytes copy(payload.size() - 16);
+    bytes copy(payload.size() - TLV_ZEROED_TAIL_SIZE);
     const auto parse = [&] {
         uint32_t count = 0;
         pm_port_info_t *records = nullptr;

@@ -10,6 +10,8 @@
 #include <filesystem>
 #include <span>
 
+#include "platform_dev/tlv_builder.h"
+
 namespace transport_test {
 
 namespace {
@@ -165,7 +167,7 @@ std::string word(uint32_t value) { return {reinterpret_cast<const char *>(&value
 
 bool has_zeroed_tail(const void *payload, uint32_t size) {
     const char *tail = static_cast<const char *>(payload) + size;
-    return std::all_of(tail, tail + 16, [](char byte) { return byte == 0; });
+    return std::all_of(tail, tail + TLV_ZEROED_TAIL_SIZE, [](char byte) { return byte == 0; });
 }
 
 size_t count_open_descriptors() {

@@ -30,7 +30,7 @@ enum opcode : uint32_t {
     answer_nothing,  // answers without payload
     answer_size,     // answers as many bytes as the first word says, each the low byte of its position
     refuse,          // fails with fail_status
-    report_tail,     // answers one byte: 1 when 16 zeroed bytes follow the payload
+    report_tail,     // answers one byte: 1 when the payload has its zeroed tail
     report_request,  // answers the words node, sap, opcode, is_cmi, kind and payload size
     report_sap,      // answers the SAP
     report_client,   // answers the client's user and then its groups

@@ -3,10 +3,13 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <cstring>
 #include <memory>
 #include <vector>
+
+#include "platform_dev/tlv_builder.h"
 
 namespace {
 
@@ -85,7 +88,7 @@ TEST(TlvArray, IsReadAtAnyAddress) {
     }
 }
 
-// The memory of an array of just the bytes given, and 16 zeroed bytes behind it, as payloads have.
+// The memory of an array of just the bytes given, and some zeroed bytes behind it, as payloads have.
 std::unique_ptr<uint8_t[]> payload(const uint8_t *bytes, size_t size) {
     auto copy = std::make_unique<uint8_t[]>(size + 16);
     memcpy(copy.get(), bytes, size);
@@ -164,15 +167,72 @@ TEST(TlvArray, ElementBehindTheArraysEndFails) {
 }
 
 TEST(TlvArray, LongestElementIsBounded) {
-    std::vector<uint8_t> bytes(12 + 4 + 65535 + 1);
-    const uint8_t header[] = {'T', 'L', 'V', '1', 0, 0, 0, 1, 0, 1, 0, 3, 0, 7, 0xff, 0xff};
+    std::vector<uint8_t> bytes(12 + 4 + 257);
+    const uint8_t header[] = {'T', 'L', 'V', '1', 0, 0, 0, 1, 0, 0, 1, 5, 0, 7, 1, 0};
     std::copy(std::begin(header), std::end(header), bytes.begin());
-    expect_element(next(tlv_array_get_next_tlv, bytes.data(), 0), 7, 65535, bytes.data() + 16, 65539);
-    expect_failure(next(tlv_aligned_array_get_next_tlv, bytes.data(), 0), EBADMSG, 0);
-    bytes[11] = 4;
-    expect_element(next(tlv_aligned_array_get_next_tlv, bytes.data(), 0), 7, 65535, bytes.data() + 16, 65540);
-    bytes[11] = 2;
+    expect_element(next(tlv_array_get_next_tlv, bytes.data(), 0), 7, 256, bytes.data() + 16, 260);
+    expect_element(next(tlv_aligned_array_get_next_tlv, bytes.data(), 0), 7, 256, bytes.data() + 16, 260);
+    bytes[15] = 1;
     expect_failure(next(tlv_array_get_next_tlv, bytes.data(), 0), EBADMSG, 0);
+    bytes[11] = 8;
+    expect_failure(next(tlv_aligned_array_get_next_tlv, bytes.data(), 0), EBADMSG, 0);
+    bytes[14] = bytes[15] = 0xff;
+    expect_failure(next(tlv_array_get_next_tlv, bytes.data(), 0), EBADMSG, 0);
+}
+
+TEST(TlvArray, ZerosAreNoElement) {
+    const uint8_t zeros[20] = {'T', 'L', 'V', '1', 0, 0, 0, 2, 0, 0, 0, 8};
+    expect_failure(next(tlv_array_get_next_tlv, zeros, 0), EBADMSG, 0);
+    expect_failure(next(tlv_aligned_array_get_next_tlv, zeros, 4), EBADMSG, 4);
+    uint8_t empty[16] = {'T', 'L', 'V', '1', 0, 0, 0, 1, 0, 0, 0, 4, 0, 1, 0, 0};
+    expect_element(next(tlv_array_get_next_tlv, empty, 0), 1, 0, empty + 16, 4);
+    empty[13] = 0;
+    empty[15] = 1;
+    empty[11] = 5;
+    const auto of_type_zero = payload(empty, sizeof empty);
+    expect_element(next(tlv_array_get_next_tlv, of_type_zero.get(), 0), 0, 1, of_type_zero.get() + 16, 5);
+}
+
+TEST(TlvArray, CountThatNoMessageCouldHoldIsNone) {
+    uint8_t header[] = {'T', 'L', 'V', '1', 0, 0, 0, 2, 1, 0, 0, 0};
+    EXPECT_EQ(tlv_array_get_num_tlvs(header, 1), 2u);
+    EXPECT_EQ(tlv_aligned_array_get_num_tlvs(header, 1), 2u);
+    header[11] = 1;
+    EXPECT_EQ(tlv_array_get_num_tlvs(header, 1), 0u);
+    EXPECT_EQ(tlv_aligned_array_get_num_tlvs(header, 1), 0u);
+}
+
+// Walks an array that claims all the memory there is, in a block that ends with the zeroed tail; a reader that passes
+// it leaves the block.
+void walk_to_the_tail(get_next call, const std::vector<uint8_t> &elements) {
+    std::vector<uint8_t> bytes = {'T', 'L', 'V', '1', 0x3f, 0xff, 0xff, 0xff, 0xff, 0xff, 0xff, 0xff};
+    bytes.insert(bytes.end(), elements.begin(), elements.end());
+    bytes.resize(bytes.size() + TLV_ZEROED_TAIL_SIZE);
+    const auto block = std::make_unique<uint8_t[]>(bytes.size());
+    std::copy(bytes.begin(), bytes.end(), block.get());
+    visit got{.result = 0, .position = 0};
+    while (got.result == 0) {
+        got = next(call, block.get(), got.position);
+        if (got.result != 0) break;
+        ASSERT_LE(static_cast<const uint8_t *>(got.value) + got.length, block.get() + bytes.size());
+    }
+    EXPECT_EQ(got.result, EBADMSG);
+}
+
+TEST(TlvArray, WalkThatClaimsAllMemoryEndsInTheZeroedTail) {
+    for (const auto call : {tlv_array_get_next_tlv, tlv_aligned_array_get_next_tlv}) {
+        for (const int size : {0, 1, 253, 255}) {
+            const auto length = static_cast<uint8_t>(size);
+            // The last element begins before the tail with 1 to 4 bytes of its header.
+            walk_to_the_tail(call, {0x11});
+            walk_to_the_tail(call, {0x11, 0x12});
+            walk_to_the_tail(call, {0x11, 0x12, 0x00});
+            walk_to_the_tail(call, {0x11, 0x12, 0x01});
+            walk_to_the_tail(call, {0x11, 0x12, 0x00, length});
+            walk_to_the_tail(call, {0x00, 0x00, 0x00, length});
+            walk_to_the_tail(call, {0x11, 0x12, 0x00, 0x01, 0xa1, 0x21, 0x22, 0x00, length});
+        }
+    }
 }
 
 }  // namespace

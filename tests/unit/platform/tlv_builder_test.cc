@@ -60,19 +60,46 @@ TEST(TlvBuilder, ResetStartsAnew) {
     EXPECT_THAT(bytes_of(builder), ElementsAre('T', 'L', 'V', '1', 0, 0, 0, 1, 0, 0, 0, 8, 0, 9, 0, 1, 0xff, 0, 0, 0));
 }
 
+TEST(TlvBuilder, RefusesWhatNoReaderTakes) {
+    const std::vector<uint8_t> value(TLV_MAX_VALUE_SIZE + 1);
+    for (const bool is_aligned : {false, true}) {
+        const auto builder = make_builder(is_aligned);
+        EXPECT_EQ(tlv_builder_add(builder.get(), 0, nullptr, 0), -1);
+        EXPECT_EQ(tlv_builder_add(builder.get(), 7, value.data(), 257), -1);
+        EXPECT_EQ(tlv_builder_add(builder.get(), 7, value.data(), 65535), -1);
+        EXPECT_EQ(tlv_builder_count(builder.get()), 0u);
+        EXPECT_EQ(tlv_builder_size(builder.get()), 12u);
+        EXPECT_EQ(tlv_builder_add(builder.get(), 0, value.data(), 1), 0);
+        EXPECT_EQ(tlv_builder_add(builder.get(), 7, value.data(), 256), 0);
+        EXPECT_EQ(tlv_builder_count(builder.get()), 2u);
+    }
+}
+
+// A header of 12 bytes and elements of 256: 65535 of them are the most that a message carries.
+TEST(TlvBuilder, RefusesWhatNoMessageCarries) {
+    const auto builder = make_builder(0);
+    const std::vector<uint8_t> value(252);
+    for (size_t i = 0; i < 65535; ++i) ASSERT_EQ(tlv_builder_add(builder.get(), 7, value.data(), 252), 0);
+    EXPECT_EQ(tlv_builder_add(builder.get(), 7, value.data(), 252), -1);
+    EXPECT_EQ(tlv_builder_add(builder.get(), 7, value.data(), 240), 0);
+    EXPECT_EQ(tlv_builder_size(builder.get()), 16u * 1024 * 1024);
+    EXPECT_EQ(tlv_builder_add(builder.get(), 7, nullptr, 0), -1);
+    EXPECT_EQ(tlv_array_get_num_tlvs(tlv_builder_data(builder.get()), 1), 65536u);
+}
+
 TEST(TlvBuilder, ReaderFindsEveryElementOfBothForms) {
     for (const bool is_aligned : {false, true}) {
         const auto builder = make_builder(is_aligned);
-        std::vector<uint8_t> value(300);
+        std::vector<uint8_t> value(TLV_MAX_VALUE_SIZE);
         for (size_t i = 0; i < value.size(); ++i) value[i] = static_cast<uint8_t>(i * 7);
-        for (uint16_t length = 0; length < 300; ++length)
+        for (uint16_t length = 0; length <= value.size(); ++length)
             ASSERT_EQ(tlv_builder_add(builder.get(), static_cast<uint16_t>(1000 + length), value.data(), length), 0);
         const void *array = tlv_builder_data(builder.get());
         const auto count = is_aligned ? tlv_aligned_array_get_num_tlvs : tlv_array_get_num_tlvs;
         const auto next = is_aligned ? tlv_aligned_array_get_next_tlv : tlv_array_get_next_tlv;
-        ASSERT_EQ(count(array, 1), 300u);
+        ASSERT_EQ(count(array, 1), 257u);
         uint32_t position = 0;
-        for (uint16_t i = 0; i < 300; ++i) {
+        for (uint16_t i = 0; i <= value.size(); ++i) {
             uint16_t type = 0;
             uint16_t length = 0;
             const void *found = nullptr;

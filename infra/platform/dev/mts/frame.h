@@ -10,6 +10,7 @@
 #include <cstdint>
 
 #include "common/unique_fd.h"
+#include "platform_dev/tlv_builder.h"
 
 namespace platform_dev {
 
@@ -33,8 +34,8 @@ static_assert(sizeof(frame_header) == 28);
 // The largest payload that travels in the packet. A socket's default send buffer holds that much.
 inline constexpr size_t max_packet_payload = 212992 - 32 - sizeof(frame_header);
 
-// The zeroed bytes behind every received payload.
-inline constexpr size_t payload_tail = 16;
+// The zeroed bytes behind every received payload: no walk of a TLV array in it leaves them.
+inline constexpr size_t payload_tail = TLV_ZEROED_TAIL_SIZE;
 
 // Sends one frame without waiting; fills in the header's magic and place. `payload` has header.payload_size bytes.
 // Returns 0 or a system error number: EAGAIN when the socket's buffer is full, EPIPE or ECONNRESET when the peer ended.

@@ -4,6 +4,7 @@
 
 #include <cerrno>
 
+#include "platform_dev/mts_dev.h"
 #include "tlv_array_format.h"
 
 namespace platform_dev {
@@ -14,7 +15,8 @@ uint32_t element_count(const void *array) {
     if (load_be32(header) != tlv_array_mark) return 0;
     const uint32_t count = load_be32(header + tlv_array_count_offset);
     const uint32_t bytes = load_be32(header + tlv_array_bytes_offset);
-    return count <= bytes / tlv_element_header_size ? count : 0;
+    // A count that no message could hold would keep callers busy for nothing.
+    return bytes <= MTS_MAX_PAYLOAD && count <= bytes / tlv_element_header_size ? count : 0;
 }
 
 template <bool aligned>
@@ -27,10 +29,11 @@ uint32_t next_element(const void *array, uint16_t *type, uint16_t *length, const
     if (rest < tlv_element_header_size) return rest == 0 ? ENODATA : EBADMSG;
     const uint8_t *element = header + tlv_array_header_size + at;
     const uint32_t type_and_length = load_be32(element);
-    const uint16_t value_length = static_cast<uint16_t>(type_and_length);
+    const auto value_type = static_cast<uint16_t>(type_and_length >> 16);
+    const auto value_length = static_cast<uint16_t>(type_and_length);
     const uint32_t size = tlv_element_size(value_length, aligned);
-    if (rest < size) return EBADMSG;
-    *type = static_cast<uint16_t>(type_and_length >> 16);
+    if (rest < size || !is_tlv_element(value_type, value_length)) return EBADMSG;
+    *type = value_type;
     *length = value_length;
     *value = element + tlv_element_header_size;
     *position = at + size;

@@ -8,6 +8,8 @@
 #include <cstdint>
 #include <cstring>
 
+#include "platform_dev/tlv_builder.h"
+
 namespace platform_dev {
 
 inline constexpr uint32_t tlv_array_mark = 0x544c5631;  // "TLV1"
@@ -26,6 +28,11 @@ inline uint32_t load_be32(const uint8_t *from) {
 inline void store_be32(uint8_t *to, uint32_t value) {
     const uint32_t wire = htonl(value);
     memcpy(to, &wire, sizeof wire);
+}
+
+// What no builder makes is no element; zeros are none.
+inline bool is_tlv_element(uint16_t type, uint16_t length) {
+    return length <= TLV_MAX_VALUE_SIZE && (type | length) != 0;
 }
 
 // The bytes that an element takes: its header, its value and, in the aligned form, the zeros behind it.

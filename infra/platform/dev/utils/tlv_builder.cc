@@ -5,6 +5,7 @@
 #include <new>
 #include <vector>
 
+#include "platform_dev/mts_dev.h"
 #include "tlv_array_format.h"
 
 using namespace platform_dev;
@@ -45,7 +46,8 @@ tlv_builder_t *tlv_builder_create(int32_t aligned) try {
 }
 
 int32_t tlv_builder_add(tlv_builder_t *builder, uint16_t type, const void *value, uint16_t length) try {
-    if (builder->bytes.size() > UINT32_MAX - tlv_element_size(length, builder->aligned)) return -1;
+    if (!is_tlv_element(type, length)) return -1;
+    if (builder->bytes.size() > MTS_MAX_PAYLOAD - tlv_element_size(length, builder->aligned)) return -1;
     builder->add(type, value, length);
     return 0;
 } catch (const std::exception &) {

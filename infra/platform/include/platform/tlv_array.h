@@ -3,7 +3,8 @@
  *
  * The aligned form pads every element; otherwise both are read alike. An array need not be aligned, and its first 12
  * bytes must be readable. No function is told where the memory behind an array ends: whoever hands one over vouches for
- * the size in its header, and elements are held to that. Reading is thread-safe. */
+ * the size in its header, to which elements are held, or for the zeroed bytes behind it, which are no elements: arrays
+ * in received payloads have them. Reading is thread-safe. */
 #ifndef PLATFORM_TLV_ARRAY_H
 #define PLATFORM_TLV_ARRAY_H
 

@@ -26,7 +26,7 @@ typedef struct mts_request {
     uint32_t is_cmi;       /* 1 when the client waits in cmi_req_resp, else 0 */
     uint32_t kind;         /* the CMI request kind; 0 for a message */
     uint32_t payload_size; /* bytes behind `payload` */
-    const void *payload;   /* null when there is none; at least 16 zeroed bytes follow it */
+    const void *payload;   /* null when there is none; TLV_ZEROED_TAIL_SIZE zeroed bytes follow it */
     mts_client_t client;
 } mts_request_t;
 
