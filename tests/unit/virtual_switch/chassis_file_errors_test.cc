@@ -211,6 +211,15 @@ TEST(chassis_file, must_be_toml) {
         EXPECT_THAT(complaint(header), testing::StartsWith("1: TOML: ")) << header;
 }
 
+// These are in none of the reader's tables of blanks, though some of their neighbours are.
+TEST(chassis_file, has_no_other_letters_outside_of_texts) {
+    for (const char *letter : {"\xc2\xa1", "\xc3\xa9", "\xd0\xb7", "\xe2\xbb\xbf", "\xe3\x80\x81", "\xef\xbb\xbd"}) {
+        EXPECT_THAT(complaint(letter), testing::StartsWith("1: TOML: ")) << letter;
+        EXPECT_THAT(complaint(std::string("[chassis]\nname = 'x' ") + letter), testing::StartsWith("2: TOML: "))
+            << letter;
+    }
+}
+
 // A table for each part of a key would take more stack than there is.
 TEST(chassis_file, has_no_keys_of_very_many_parts) {
     std::string parts;
