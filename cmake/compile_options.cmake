@@ -20,13 +20,18 @@ set(CMAKE_VISIBILITY_INLINES_HIDDEN ON)
 find_package(Threads REQUIRED)
 
 # Which sanitizer the preset builds with; tests of what a sanitizer cannot stand ask here.
-set(PORT_MGR_SANITIZER "" CACHE STRING "address, thread, or empty")
+set(PORT_MGR_SANITIZER "" CACHE STRING "address, thread, fuzzer (clang only), or empty")
 if(PORT_MGR_SANITIZER STREQUAL "address")
   add_compile_options(-fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
   add_link_options(-fsanitize=address,undefined)
 elseif(PORT_MGR_SANITIZER STREQUAL "thread")
   add_compile_options(-fsanitize=thread -fno-omit-frame-pointer)
   add_link_options(-fsanitize=thread)
+elseif(PORT_MGR_SANITIZER STREQUAL "fuzzer")
+  add_compile_options(-fsanitize=fuzzer-no-link,address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer
+                      # what clang warns of under the names above, and gcc does not
+                      -Wno-sign-conversion -Wno-c99-extensions)
+  add_link_options(-fsanitize=address,undefined)
 elseif(NOT CMAKE_BUILD_TYPE STREQUAL "Debug")
   # The C library checks sizes and formats where it can. The sanitizers check more, and follow only plain functions.
   add_compile_options(-D_FORTIFY_SOURCE=2)
