@@ -53,6 +53,21 @@ TEST_F(transport, more_answers_than_requests_are_refused) {
     EXPECT_EQ(receive_error(handle, token), static_cast<uint32_t>(EPROTO));
 }
 
+TEST_F(transport, answer_that_comes_twice_does_not_count_for_the_next) {
+    const raw_service service(file("fe000000-43"));
+    const open_handle handle;
+    const uint32_t first = send_request(handle, echo, "x");
+    const raw_socket connection = service.accept();
+    connection.send(bytes_of(answer_header(first)));
+    connection.send(bytes_of(answer_header(first)));
+    EXPECT_EQ(receive_answer(handle, first), "");
+    const uint32_t second = send_request(handle, echo, "x");
+    raw_header answer = answer_header(second);
+    answer.payload_size = 1;
+    connection.send(bytes_of(answer, "x"));
+    EXPECT_EQ(receive_answer(handle, second), "x");
+}
+
 TEST_F(transport, client_connects_anew_after_a_protocol_error) {
     const raw_service service(file("fe000000-43"));
     const open_handle handle;

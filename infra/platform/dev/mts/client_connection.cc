@@ -61,9 +61,13 @@ int client_connection::receive_answer(uint32_t seconds, packet_buffers &buffers,
     if (const int error = limit_wait(seconds)) return error;
     if (const int error = platform_dev::receive(socket_.get(), seconds == 0 ? MSG_DONTWAIT : 0, buffers, frame))
         return error;
-    if (!is_answer(frame.header) || unanswered_ == 0) return EPROTO;
+    return is_answer(frame.header) ? 0 : EPROTO;
+}
+
+bool client_connection::count_answer() {
+    if (unanswered_ == 0) return false;
     --unanswered_;
-    return 0;
+    return true;
 }
 
 int client_connection::limit_wait(uint32_t seconds) {

@@ -31,9 +31,15 @@ class client_connection {
     // Sends without waiting. Results are those of send_frame.
     [[nodiscard]] int send(const frame_header &header, const void *payload);
 
+    // Whether an answer is still to come.
+    [[nodiscard]] bool owes_answers() const { return unanswered_ > 0; }
+
     // Receives the next frame, waiting up to `seconds`; 0 does not wait. Results are those of receive_frame, and
     // ENOMEM. The connection is closed when the service ended or sent what is no answer.
     [[nodiscard]] int receive(uint32_t seconds, packet_buffers &buffers, received_frame &frame);
+
+    // Counts an answer that was received. Returns false when there are more answers than requests.
+    [[nodiscard]] bool count_answer();
 
   private:
     [[nodiscard]] int limit_wait(uint32_t seconds);
@@ -43,7 +49,7 @@ class client_connection {
     uint32_t sap_;
     unique_fd socket_;
     uint64_t first_serial_ = 0;
-    uint64_t unanswered_ = 0;    // no service gives more answers than it was asked for
+    uint64_t unanswered_ = 0;    // requests less answers; one that comes twice counts for another one, too
     uint32_t wait_seconds_ = 0;  // what SO_RCVTIMEO holds; 0 stands for no limit there
 };
 

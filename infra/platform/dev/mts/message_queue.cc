@@ -45,8 +45,11 @@ int message_queue::await(uint32_t token, frame_kind kind, uint32_t seconds, rece
     if (!connection) return EINVAL;
     if (!connection->carried(serial_of(token))) return ECONNRESET;
     const deadline limit(seconds);
-    int error = receive_from(*connection, seconds, answer);
-    while (error != 0 || answer.header.token != token || answer.header.kind != kind) {
+    const awaited_answer awaited{token, kind};
+    // An answer that came twice may have been counted for this one.
+    const awaited_answer *const owed = connection->owes_answers() ? &awaited : nullptr;
+    int error = receive_from(*connection, seconds, answer, owed);
+    while (error != 0 || !awaited.is(answer.header)) {
         if (error == 0) {
             keep(std::move(answer));
         } else if (error == EAGAIN) {
@@ -55,7 +58,7 @@ int message_queue::await(uint32_t token, frame_kind kind, uint32_t seconds, rece
         } else {
             return error;
         }
-        error = receive_from(*connection, 0, answer);
+        error = receive_from(*connection, 0, answer, owed);
     }
     return 0;
 }
@@ -107,10 +110,13 @@ int message_queue::send_over(client_connection &connection, const frame_header &
     return connection.send(header, payload);
 }
 
-int message_queue::receive_from(client_connection &connection, uint32_t seconds, received_frame &answer) {
-    const int error = connection.receive(seconds, buffers_, answer);
-    if (error != 0 || connection_of(answer.header.token) == &connection) return error;
-    connection.close();  // it answers what another service was asked
+// `owed` is an answer that is good even when there were as many as requests already.
+int message_queue::receive_from(client_connection &connection, uint32_t seconds, received_frame &answer,
+                                const awaited_answer *owed) {
+    if (const int error = connection.receive(seconds, buffers_, answer)) return error;
+    const bool is_due = connection.count_answer() || (owed && owed->is(answer.header));
+    if (is_due && connection_of(answer.header.token) == &connection) return 0;
+    connection.close();  // it answers what it was not asked, or another service was
     return EPROTO;
 }
 

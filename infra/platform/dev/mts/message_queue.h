@@ -11,6 +11,14 @@
 
 namespace platform_dev {
 
+// What tells the answer to one request.
+struct awaited_answer {
+    uint32_t token;
+    frame_kind kind;
+
+    [[nodiscard]] bool is(const frame_header &header) const { return header.token == token && header.kind == kind; }
+};
+
 // Belongs to one thread at a time. Functions return 0 or a system error number and may throw std::bad_alloc.
 class message_queue {
   public:
@@ -40,7 +48,8 @@ class message_queue {
     [[nodiscard]] uint32_t next_token(const client_connection &connection) const;
     [[nodiscard]] uint64_t serial_of(uint32_t token) const;
     [[nodiscard]] int send_over(client_connection &connection, const frame_header &header, const void *payload);
-    [[nodiscard]] int receive_from(client_connection &connection, uint32_t seconds, received_frame &answer);
+    [[nodiscard]] int receive_from(client_connection &connection, uint32_t seconds, received_frame &answer,
+                                   const awaited_answer *owed = nullptr);
     [[nodiscard]] int wait_for_any(const deadline &limit, client_connection *&ready);
     [[nodiscard]] bool take_kept(uint32_t token, received_frame &answer);
     void keep(received_frame answer);
