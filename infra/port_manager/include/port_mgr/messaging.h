@@ -1,5 +1,6 @@
 /* SPDX-License-Identifier: Apache-2.0 */
-/* messaging.h: exchanges of one request and one answer over the message transport. */
+/* messaging.h: exchanges of one request and one answer over the message transport. A handle belongs to one thread at a
+ * time; apart from that, all functions are thread-safe. */
 #ifndef PORT_MGR_MESSAGING_H
 #define PORT_MGR_MESSAGING_H
 

@@ -9,7 +9,8 @@
  * All return 0; PM_ERR_INVALID_PARAM for refused arguments, after an assertion report; 1 when memory ran out; or the
  * transport's error number (a failed release of the request wins over a failed receive). Nothing is sent for a
  * refused request. After a failure there is nothing to release, with one exception: when only the release of the
- * request failed, the answer has arrived and is the caller's. */
+ * request failed, the answer has arrived and is the caller's. A handle belongs to one thread at a time; apart from
+ * that, all functions are thread-safe. */
 #ifndef PORT_MGR_PORT_INFO_REQUEST_H
 #define PORT_MGR_PORT_INFO_REQUEST_H
 

@@ -1,5 +1,6 @@
 /* SPDX-License-Identifier: Apache-2.0 */
-/* service_selection.h: which service owns an interface, and what kind of port channel it is. */
+/* service_selection.h: which service owns an interface, and what kind of port channel it is. All functions are
+ * thread-safe; a record that is handed over belongs to one thread at a time. */
 #ifndef PORT_MGR_SERVICE_SELECTION_H
 #define PORT_MGR_SERVICE_SELECTION_H
 
