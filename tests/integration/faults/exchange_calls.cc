@@ -7,6 +7,7 @@
 #include <cstdlib>
 #include <memory>
 #include <ostream>
+#include <string_view>
 #include <vector>
 
 #include "platform/if_index.h"
@@ -321,7 +322,7 @@ constexpr std::array calls{
                snmp_config_sub_interface),
     cmi_change("pm_cmi_config_sub_interface", PM_SAP_ETHERNET_CHANNEL, CMI_OPC_PM_CONFIG_SUB_INTF,
                send_sub_interface_request),
-    cmi_change("pm_cli_config_loopback_interface", PM_SAP_PORT_MANAGER, CMI_OPC_PM_CONFIG_LOOPBACK,
+    cmi_change("pm_cli_config_loopback_interface", PM_SAP_ETHERNET_CHANNEL, CMI_OPC_PM_CONFIG_LOOPBACK,
                config_loopback_interface),
 };
 
@@ -330,6 +331,13 @@ constexpr std::array calls{
 void PrintTo(const exchange_call &call, std::ostream *out) { *out << call.name; }
 
 std::span<const exchange_call> exchange_calls() { return calls; }
+
+uint32_t failure_of(const exchange_call &call, uint32_t error) {
+    const std::string_view name = call.name;
+    if (name == "pm_ips_send_receive") return PM_ERR_FAILURE;
+    if (name == "pm_get_clear_eth_stats") return static_cast<uint32_t>(-1);
+    return error;
+}
 
 uint32_t asked_line_card() {
     uint8_t slot = 0;

@@ -32,6 +32,9 @@ void PrintTo(const exchange_call &call, std::ostream *out);
 // All of them; sends and receives of the send-only functions are one call.
 [[nodiscard]] std::span<const exchange_call> exchange_calls();
 
+// What the call returns when its exchange fails with this error number of the transport: most say why.
+[[nodiscard]] uint32_t failure_of(const exchange_call &call, uint32_t error);
+
 // The node of the line card that calls with `asks_line_card` ask.
 [[nodiscard]] uint32_t asked_line_card();
 

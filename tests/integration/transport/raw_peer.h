@@ -96,6 +96,7 @@ class raw_service {
         EXPECT_EQ(bind(listener_.get(), reinterpret_cast<const sockaddr *>(&address), sizeof address), 0);
         EXPECT_EQ(listen(listener_.get(), 8), 0);
     }
+    int get() const { return listener_.get(); }
     raw_socket accept() const { return raw_socket(accept4(listener_.get(), nullptr, nullptr, SOCK_CLOEXEC)); }
 
   private:
