@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
-// Each system call with which a server serves fails in turn: at worst the client that it served learns so at once; the
-// other one is served.
+// Each system call with which a server serves fails in turn, and each of its allocations: at worst the client that it
+// served learns so at once; the other one is served.
 #include <array>
 #include <cerrno>
 #include <chrono>
@@ -12,11 +12,13 @@
 #include "footprint.h"
 #include "integration/transport/test_service.h"
 #include "platform_dev/mts_service.h"
+#include "support/faulty_heap.h"
 #include "support/faulty_system.h"
 
 namespace {
 
 using support::call_range;
+using support::faulty_heap;
 using support::faulty_system;
 
 // The longest wait of a client, in seconds: no fault lets one wait.
@@ -27,26 +29,28 @@ constexpr std::array<uint32_t, 3> answer_sizes{100, 10'000, 300'000};
 
 class service_faults_test : public transport_test::transport {
   protected:
-    // Returns how many faults there were: the sweep ends with the turn that no system call has.
-    static int sweep(uint32_t answer_size, int error) {
+    // Returns how many faults there were: the sweep ends with the turn that no call has.
+    template <typename Fault, typename... Error>
+    static int sweep(uint32_t answer_size, Error... error) {
         for (int turn = 1;; ++turn) {
-            SCOPED_TRACE(testing::Message() << "system call " << turn << ", " << strerrorname_np(error));
+            SCOPED_TRACE(testing::Message() << "answer of " << answer_size << " bytes, call " << turn);
             const footprint before = footprint::now();
-            const int failed = serve(answer_size, turn, error);
+            const int failed = serve<Fault>(answer_size, turn, error...);
             EXPECT_EQ(footprint::now(), before);
             if (failed == 0) return turn - 1;
         }
     }
 
-    // Serves two clients, one after the other, while a system call fails: that ends the exchange of one at most.
-    // Returns how many system calls failed.
-    static int serve(uint32_t answer_size, int turn, int error) {
+    // Serves two clients, one after the other, while a call fails: that ends the exchange of one at most. Returns how
+    // many calls failed.
+    template <typename Fault, typename... Error>
+    static int serve(uint32_t answer_size, int turn, Error... error) {
         const transport_test::test_server server;
         int failed = 0;
         std::thread serving([&] {
-            const faulty_system system(call_range::only(turn), error);
+            const Fault fault(call_range::only(turn), error...);
             EXPECT_EQ(mts_server_run(server.get()), 0);
-            failed = system.failed();
+            failed = fault.failed();
         });
         const auto begin = std::chrono::steady_clock::now();
         const int answers = ask(answer_size) + ask(answer_size);
@@ -71,15 +75,27 @@ class service_faults_test : public transport_test::transport {
     }
 };
 
-TEST_F(service_faults_test, end_no_server) {
-    serve(answer_sizes[0], 1, EINTR);  // threads keep their stacks
+TEST_F(service_faults_test, of_the_system_end_no_server) {
+    serve<faulty_system>(answer_sizes[0], 1, EINTR);  // threads keep their stacks
     int faults = 0;
     for (const uint32_t size : answer_sizes) {
-        for (const int error : {EINTR, EAGAIN, ENOBUFS, ECONNREFUSED, ENOMEM, EMFILE}) faults += sweep(size, error);
+        for (const int error : {EINTR, EAGAIN, ENOBUFS, ECONNREFUSED, ENOMEM, EMFILE}) {
+            SCOPED_TRACE(strerrorname_np(error));
+            faults += sweep<faulty_system>(size, error);
+        }
     }
     EXPECT_GT(faults, 0);
     RecordProperty("system calls that failed", faults);
     std::printf("system calls that failed: %d\n", faults);
+}
+
+TEST_F(service_faults_test, of_the_heap_end_no_server) {
+    serve<faulty_heap>(answer_sizes[0], 1);  // threads keep their stacks
+    int faults = 0;
+    for (const uint32_t size : answer_sizes) faults += sweep<faulty_heap>(size);
+    EXPECT_GT(faults, 0);
+    RecordProperty("allocations that failed", faults);
+    std::printf("allocations that failed: %d\n", faults);
 }
 
 }  // namespace

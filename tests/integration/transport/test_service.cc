@@ -18,7 +18,7 @@ namespace {
 
 void answer(mts_reply_t *reply, std::string_view payload) {
     void *room = mts_reply_payload(reply, static_cast<uint32_t>(payload.size()));
-    std::copy(payload.begin(), payload.end(), static_cast<char *>(room));
+    if (room != nullptr) std::copy(payload.begin(), payload.end(), static_cast<char *>(room));
 }
 
 std::string_view payload_of(const mts_request_t *request) {

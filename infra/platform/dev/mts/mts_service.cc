@@ -43,7 +43,10 @@ bool reserve(mts_reply &reply, size_t size) {
 }  // namespace
 
 void *mts_reply_payload(mts_reply_t *reply, uint32_t size) {
-    if (size > MTS_MAX_PAYLOAD || !reserve(*reply, size)) return nullptr;
+    if (size > MTS_MAX_PAYLOAD || !reserve(*reply, size)) {
+        mts_reply_fail(reply, size > MTS_MAX_PAYLOAD ? EMSGSIZE : ENOMEM);
+        return nullptr;
+    }
     std::memset(reply->block.get(), 0, size);
     reply->payload_size = size;
     reply->status = 0;

@@ -4,6 +4,7 @@
 #include <sys/socket.h>
 
 #include <cerrno>
+#include <new>
 
 #include "mts/server.h"
 
@@ -29,9 +30,12 @@ frame_header answer_header(const frame_header &request, const mts_reply &reply, 
 
 }  // namespace
 
-bool server_connection::on_event(uint32_t events) {
+// A request that there is no memory for costs its client the connection, and the others nothing.
+bool server_connection::on_event(uint32_t events) try {
     if (held_) return send_again(*held_);
     return (events & EPOLLIN) && serve_request();
+} catch (const std::bad_alloc &) {
+    return false;
 }
 
 bool server_connection::serve_request() {

@@ -35,13 +35,15 @@ typedef struct mts_request {
 typedef struct mts_reply mts_reply_t;
 
 /* Gives the answer a payload of `size` bytes and returns where to write it, zeroed. A second call replaces the
- * first. Size 0 sends an answer without payload. Returns null when the payload is too large or memory ran out. */
+ * first. Size 0 sends an answer without payload. Returns null when the payload is too large or memory ran out; the
+ * answer is then a failure, EMSGSIZE or ENOMEM, unless the service gives another one. */
 void *mts_reply_payload(mts_reply_t *reply, uint32_t size);
 
 /* Makes cmi_req_resp return `status` (nonzero) to the client. For a message, the answer has no payload. */
 void mts_reply_fail(mts_reply_t *reply, uint32_t status);
 
-/* Handles one request. `context` is what mts_server_add_service was given. */
+/* Handles one request. `context` is what mts_server_add_service was given. A service in C++ that lets std::bad_alloc out
+ * ends the connection of the client that asked, and no more. */
 typedef void (*mts_service_t)(void *context, const mts_request_t *request, mts_reply_t *reply);
 
 /* Called from the loop when `fd` can be read. */
