@@ -238,11 +238,3 @@ TEST(exported_calls, are_all_that_the_library_promises) {
 }
 
 }  // namespace
-
-// What the leak check asks at the end of the process.
-extern "C" __attribute__((visibility("default"))) const char *__lsan_default_suppressions() {
-    return "leak:_dl_map_object_deps";
-}
-extern "C" __attribute__((visibility("default"))) const char *__lsan_default_options() {
-    return "print_suppressions=0";
-}
