@@ -38,7 +38,7 @@ class runtime_directory {
     }
 
   private:
-    std::string path_ = "/tmp/mts-fuzz-XXXXXX";
+    std::string path_ = std::filesystem::temp_directory_path() / "mts-fuzz-XXXXXX";
 };
 
 const runtime_directory &directory() {
