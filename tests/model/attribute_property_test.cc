@@ -117,7 +117,6 @@ TEST_F(attribute, that_can_be_read_is_the_same_again_after_writing_and_reading) 
             }
         },
         40);
-    ;
 }
 
 }  // namespace
