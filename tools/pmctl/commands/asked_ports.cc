@@ -27,7 +27,7 @@ std::vector<interface_range> named_ranges(const arguments &given) {
 std::vector<if_index_t> interfaces_of_switch() {
     std::vector<if_index_t> all;
     const auto ports = switch_client().brief_ports();
-    for (const pm_port_info_brief_t &port : ports.all()) all.push_back(port.if_index);
+    for (const pm_port_info_brief_t &port : ports.all()) all.push_back(if_index_t{port.if_index});
     return all;
 }
 

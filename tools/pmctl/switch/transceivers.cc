@@ -64,7 +64,8 @@ transceivers_by_port known_transceivers(const switch_connection &connection, std
     for (const interface_page &page : owner_pages(interfaces)) {
         try {
             const auto found = records_of_page(connection, page);
-            for (const pm_fcot_info_t &record : found.all()) known[record.if_index] = transceiver_in(record);
+            for (const pm_fcot_info_t &record : found.all())
+                known[if_index_t{record.if_index}] = transceiver_in(record);
             note_missing(page, known, failures);
         } catch (const query_refused &refusal) {
             failures.emplace_back(refusal.what());
