@@ -1,19 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // Answers of line cards about counters of an Ethernet port.
-#include "platform/idxmap.h"
 #include "port_mgr/port_mgr_common.h"
 #include "support/answers.h"
-
-// The port is on some line card.
-int32_t idxmap_node_by_if_index(if_index_t, uint32_t *node) {
-    *node = 0x102;
-    return 0;
-}
-
-int32_t idxmap_entry_by_if_index(if_index_t, idxmap_entry_t *entry) {
-    *entry = {};
-    return 0;
-}
 
 int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size) {
     fuzz::answer_with({data, size}, fuzz::no_tail);

@@ -1,14 +1,19 @@
 // SPDX-License-Identifier: Apache-2.0
 // record_corpus: asks the services of the virtual switch through the library, and writes every answer to the folder of
-// the fuzzer that reads such answers, and every request to that of the services: record_corpus FOLDER.
+// the fuzzer that reads such answers, and every request to that of the services; has pmctl ask them, too; and writes
+// the transceivers of the chassis as pages: record_corpus FOLDER.
+#include <algorithm>
 #include <filesystem>
 #include <fstream>
 #include <map>
 #include <string>
 
+#include "chassis/chassis_file.h"
+#include "outcome.h"
 #include "platform_dev/if_index_dev.h"
 #include "port_mgr/port_mgr_common.h"
 #include "support/answers.h"
+#include "support/pmctl_calls.h"
 #include "support/virtual_chassis.h"
 
 namespace {
@@ -26,6 +31,21 @@ const std::map<uint32_t, const char *> target_of_opcode{{MTS_OPC_PM_GET_PORT_INF
                                                         {CMI_OPC_PM_CONFIG_SUB_INTF, "sub_interface_answer"},
                                                         {CMI_OPC_PM_GET_MODULE_INTF_LISTING, "port_info_answer"}};
 
+void write_input(const std::filesystem::path &folder, const std::string &name, bytes content) {
+    std::filesystem::create_directories(folder);
+    std::ofstream file(folder / name, std::ios::binary);
+    file.write(reinterpret_cast<const char *>(content.data()), static_cast<std::streamsize>(content.size()));
+}
+
+fuzz::request_code code_of(const fuzz::request &request) {
+    return fuzz::code_of(request.sap, request.opcode, request.is_cmi);
+}
+
+void append_length(std::vector<uint8_t> &to, size_t length) {
+    to.push_back(static_cast<uint8_t>(length >> 8));
+    to.push_back(static_cast<uint8_t>(length));
+}
+
 class recorder {
   public:
     explicit recorder(std::filesystem::path folder) : folder_(std::move(folder)) {
@@ -37,25 +57,21 @@ class recorder {
 
   private:
     bytes answer(const fuzz::request &request) {
-        const fuzz::request_code code = fuzz::code_of(request.sap, request.opcode, request.is_cmi);
+        const fuzz::request_code code = code_of(request);
         answer_ = chassis_.ask(code, request.payload);
         const auto target = target_of_opcode.find(request.opcode);
         if (target != target_of_opcode.end()) write(target->second, answer_);
-        std::vector<uint8_t> asked{code.service, code.opcode, static_cast<uint8_t>(request.payload.size() >> 8),
-                                   static_cast<uint8_t>(request.payload.size())};
+        std::vector<uint8_t> asked{code.service, code.opcode};
+        append_length(asked, request.payload.size());
         asked.insert(asked.end(), request.payload.begin(), request.payload.end());
         write("switch_service", asked);
         return answer_;
     }
 
-    void write(const std::string &target, bytes content) const {
-        std::filesystem::create_directories(folder_ / target);
-        std::ofstream file(folder_ / target / subject_, std::ios::binary);
-        file.write(reinterpret_cast<const char *>(content.data()), static_cast<std::streamsize>(content.size()));
-    }
+    void write(const std::string &target, bytes content) const { write_input(folder_ / target, subject_, content); }
 
     std::filesystem::path folder_;
-    fuzz::virtual_chassis chassis_;
+    fuzz::virtual_chassis chassis_{fuzz::director};
     std::string subject_;
     std::vector<uint8_t> answer_;
 };
@@ -93,7 +109,7 @@ void ask_for_ports(recorder &to) {
 
 void ask_for_transceivers(recorder &to) {
     for (const auto &[name, ports] : {std::pair{"fc_ports", range("fc1/1", "fc1/4")},
-                                      std::pair{"ethernet_port", range("Ethernet4/1", "Ethernet4/1")}}) {
+                                      std::pair{"ethernet_port", range("Ethernet4/5", "Ethernet4/5")}}) {
         uint32_t count = 0;
         pm_fcot_info_t *records = nullptr;
         to.begin(name);
@@ -105,6 +121,14 @@ void ask_for_transceivers(recorder &to) {
         pm_sfp_diag_info_t info;
         pm_sfp_diag_extra_t extra;
         pm_get_sfp_diag_info(1, ports.first, &info, &extra);
+    }
+}
+
+void ask_for_counters(recorder &to) {
+    pm_eth_stats_t stats{};
+    for (const auto &[name, port] : {std::pair{"counters", "Ethernet4/5"}, std::pair{"no_counters", "Ethernet3/1"}}) {
+        to.begin(name);
+        pm_get_clear_eth_stats(1, index_of(port), index_of(port), PM_ETH_STATS_READ, &stats);
     }
 }
 
@@ -143,13 +167,60 @@ void ask_for_lists(recorder &to) {
     if (pm_get_module_resources(1, 1, &fc, 1, 0xfe000000, &response) == 0) drop(response);
 }
 
+std::string file_name(std::string subject) {
+    std::ranges::replace_if(
+        subject, [](char each) { return each == ' ' || each == '/'; }, '_');
+    return subject;
+}
+
+// What pmctl is answered when it carries out a command, as its fuzzer reads it. The switch is a small one.
+std::vector<uint8_t> pmctl_input(uint8_t command) {
+    fuzz::virtual_chassis chassis(fuzz::fixed_switch);
+    std::vector<uint8_t> answer;
+    std::vector<uint8_t> input{command, 0};
+    const auto note_answer = [&](const fuzz::request &request) -> bytes {
+        answer = chassis.ask(code_of(request), request.payload);
+        append_length(input, answer.size());
+        input.insert(input.end(), answer.begin(), answer.end());
+        return answer;
+    };
+    fuzz::answer_by(note_answer, fuzz::element_tail);
+    const pmctl::outcome done = pmctl::carry_out(fuzz::pmctl_call(fuzz::pmctl_commands()[command], false));
+    FUZZ_REQUIRE(done.status == pmctl::exit_done);
+    return input;
+}
+
+// Of the commands that few answers are enough for.
+void record_pmctl(const std::filesystem::path &folder) {
+    constexpr size_t largest_input = 8192;
+    for (uint8_t command = 0; command < fuzz::pmctl_commands().size(); ++command) {
+        const std::vector<uint8_t> input = pmctl_input(command);
+        if (input.size() <= largest_input) write_input(folder, file_name(fuzz::pmctl_commands()[command]), input);
+    }
+}
+
+// Transceivers of several kinds, as pages.
+void record_pages(const std::filesystem::path &folder) {
+    const auto chassis = virtual_switch::load_chassis(SOURCE_FOLDER "/examples/chassis/director.toml");
+    for (const char *port : {"fc1/1", "fc1/17", "fc1/30", "fc3/1", "Ethernet4/5"}) {
+        const virtual_switch::transceiver &in = chassis.transceivers.at(index_of(port));
+        std::vector<uint8_t> pages(in.serial_id.begin(), in.serial_id.end());
+        pages.insert(pages.end(), in.diagnostics.begin(), in.diagnostics.end());
+        write_input(folder, file_name(port), pages);
+    }
+}
+
 }  // namespace
 
 int main(int argc, char **argv) {
     if (argc != 2) return 2;
-    recorder to(argv[1]);
+    const std::filesystem::path folder = argv[1];
+    recorder to(folder);
     ask_for_ports(to);
     ask_for_transceivers(to);
     configure(to);
     ask_for_lists(to);
+    ask_for_counters(to);
+    record_pmctl(folder / "pmctl_answers");
+    record_pages(folder / "sff8472");
 }

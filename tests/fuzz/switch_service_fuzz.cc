@@ -6,7 +6,7 @@
 
 // The input is a list of requests: two bytes choose service and opcode, two are the length, then follows the payload.
 int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size) {
-    fuzz::virtual_chassis chassis;
+    fuzz::virtual_chassis chassis(fuzz::director);
     fuzz::bytes rest(data, size);
     for (int requests = 0; rest.size() >= 4 && requests < 8; ++requests) {
         const size_t length = std::min<size_t>(rest[2] * 256u + rest[3], rest.size() - 4);

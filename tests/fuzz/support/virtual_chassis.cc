@@ -6,7 +6,9 @@
 #include <algorithm>
 #include <array>
 #include <cstring>
+#include <map>
 #include <memory>
+#include <string>
 
 #include "chassis/chassis_file.h"
 #include "platform_dev/tlv_builder.h"
@@ -74,9 +76,12 @@ const std::vector<served> &services() {
     return all;
 }
 
-const chassis_model &director() {
-    static const chassis_model loaded = load_chassis(SOURCE_FOLDER "/examples/chassis/director.toml");
-    return loaded;
+// Read once: a chassis is made for every input.
+const chassis_model &model_of(const example &chosen) {
+    static std::map<std::string, chassis_model> loaded;
+    const std::string file = std::string(SOURCE_FOLDER "/examples/chassis/") + chosen.file;
+    const auto known = loaded.find(file);
+    return known != loaded.end() ? known->second : loaded.emplace(file, load_chassis(file)).first->second;
 }
 
 // Who may configure the switch.
@@ -93,10 +98,10 @@ request_code code_of(uint32_t sap, uint32_t opcode, bool is_cmi) {
     return {static_cast<uint8_t>(service), static_cast<uint8_t>(asked | (is_cmi ? 0 : over_message))};
 }
 
-virtual_chassis::virtual_chassis()
-    : state_(director(), {}, {[](const chassis_model &) {}, [](const configuration &) {}},
+virtual_chassis::virtual_chassis(const example &chosen)
+    : state_(model_of(chosen), {}, {[](const chassis_model &) {}, [](const configuration &) {}},
              [] { return switch_time(1000); }),
-      card_{&state_, state_.model().line_cards.begin()->first},
+      card_{&state_, chosen.slot},
       ports_{&state_, {}} {}
 
 std::vector<uint8_t> virtual_chassis::ask(request_code code, bytes payload) {
@@ -104,7 +109,7 @@ std::vector<uint8_t> virtual_chassis::ask(request_code code, bytes payload) {
     const bool is_cmi = (code.opcode & over_message) == 0;
     const auto block = std::make_unique<uint8_t[]>(payload.size() + TLV_ZEROED_TAIL_SIZE);
     if (!payload.empty()) std::memcpy(block.get(), payload.data(), payload.size());
-    const uint32_t card_node = state_.model().line_cards.begin()->second.node();
+    const uint32_t card_node = state_.model().line_cards.at(card_.slot).node();
     const mts_request_t request{.node = asked.context == context_kind::line_card ? card_node : MTS_NODE_SUPERVISOR,
                                 .sap = asked.sap,
                                 .opcode = opcodes[(code.opcode & ~over_message) % opcodes.size()],

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
-// virtual_chassis.h: the services of the virtual switch in this process, for the chassis of the director example. Their
-// clock stands still, so that an answer depends on the requests before it only.
+// virtual_chassis.h: the services of the virtual switch in this process, for the chassis of an example. Their clock
+// stands still, so that an answer depends on the requests before it only.
 #ifndef FUZZ_SUPPORT_VIRTUAL_CHASSIS_H
 #define FUZZ_SUPPORT_VIRTUAL_CHASSIS_H
 
@@ -21,9 +21,17 @@ struct request_code {
 
 request_code code_of(uint32_t sap, uint32_t opcode, bool is_cmi);
 
+// A chassis of examples/chassis, and the slot, counted from 0, of the line card in it that is asked: the Ethernet one.
+struct example {
+    const char *file;
+    uint8_t slot;
+};
+inline constexpr example director{"director.toml", 3};
+inline constexpr example fixed_switch{"fixed.toml", 1};
+
 class virtual_chassis {
   public:
-    virtual_chassis();
+    explicit virtual_chassis(const example &chosen);
     virtual_chassis(const virtual_chassis &) = delete;
     virtual_chassis &operator=(const virtual_chassis &) = delete;
 
