@@ -3,16 +3,17 @@
 //
 // Both ends of everything run on one core.
 #include <sys/socket.h>
-#include <sys/wait.h>
 #include <unistd.h>
+
 #include <array>
-#include <csignal>
 #include <cstdint>
 #include <cstdlib>
 #include <string>
 #include <vector>
 
+#include "bench/child_process.h"
 #include "bench/measure.h"
+#include "bench/temporary_runtime_dir.h"
 #include "platform_dev/mts_dev.h"
 #include "platform_dev/mts_service.h"
 #include "port_mgr/port_mgr_common.h"
@@ -20,6 +21,7 @@
 
 namespace {
 
+using bench::child_process;
 using bench::require;
 
 // A request for one range of ports, and the answers to it: this many base records and no elements.
@@ -30,27 +32,6 @@ constexpr uint32_t large_answer_ports = 200 * 1024 / pm::base_record_size;
 constexpr uint32_t answer_size(uint32_t ports) {
     return static_cast<uint32_t>(pm::answer_header_size + ports * pm::base_record_size);
 }
-
-// A child process that is ended with its owner.
-class child_process {
-  public:
-    template <typename body_t>
-    explicit child_process(body_t body) : pid_(fork()) {
-        require(pid_ >= 0, "fork");
-        if (pid_ != 0) return;
-        body();
-        _exit(EXIT_SUCCESS);
-    }
-    child_process(const child_process &) = delete;
-    child_process &operator=(const child_process &) = delete;
-    ~child_process() {
-        kill(pid_, SIGKILL);
-        waitpid(pid_, nullptr, 0);
-    }
-
-  private:
-    pid_t pid_;
-};
 
 class socket_pair {
   public:
@@ -131,25 +112,6 @@ void query_ports(mts_handle_t handle, uint32_t ports) {
     std::free(records);
 }
 
-// A run-time directory that lasts as long as the benchmark.
-class temporary_runtime_dir {
-  public:
-    temporary_runtime_dir() {
-        require(mkdtemp(path_.data()) != nullptr, "mkdtemp");
-        require(setenv("MTS_RUNTIME_DIR", path_.c_str(), 1) == 0, "setenv");
-    }
-    temporary_runtime_dir(const temporary_runtime_dir &) = delete;
-    temporary_runtime_dir &operator=(const temporary_runtime_dir &) = delete;
-    ~temporary_runtime_dir() {
-        for (const char *suffix : {"", ".lock"})
-            unlink((path_ + "/fe000000-" + std::to_string(PM_SAP_PORT_MANAGER) + suffix).c_str());
-        rmdir(path_.c_str());
-    }
-
-  private:
-    std::string path_ = "/tmp/mts-bench-XXXXXX";
-};
-
 void answer_request(void *, const mts_request_t *request, mts_reply_t *reply) {
     const uint32_t ports = pm::load_be32(static_cast<const uint8_t *>(request->payload) + request_size - 4);
     auto *const answer = static_cast<uint8_t *>(mts_reply_payload(reply, answer_size(ports)));
@@ -177,7 +139,7 @@ void measure_exchange(uint32_t ports) {
 
 int main() {
     bench::pin_to_one_core();
-    const temporary_runtime_dir directory;
+    const bench::temporary_runtime_dir directory;
     mts_server_t *server = open_server();  // before the fork, so that it can be reached from here on
     const child_process serving([server] { mts_server_run(server); });
     bench::print_heading();

@@ -5,7 +5,6 @@
 // Usage: bench_soak [--seconds N]. Exit status 0; 1 when a request failed or a process grew; 2 for wrong usage.
 #include <malloc.h>
 #include <sys/mman.h>
-#include <sys/wait.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -15,7 +14,6 @@
 #include <charconv>
 #include <chrono>
 #include <cinttypes>
-#include <csignal>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
@@ -23,15 +21,17 @@
 #include <fstream>
 #include <random>
 #include <string>
-#include <utility>
 #include <vector>
 
+#include "bench/child_process.h"
 #include "bench/measure.h"
+#include "bench/temporary_runtime_dir.h"
 #include "platform_dev/mts_dev.h"
 #include "tests/integration/faults/exchange_calls.h"
 
 namespace {
 
+using bench::child_process;
 using bench::require;
 using clock_type = std::chrono::steady_clock;
 using std::chrono::microseconds;
@@ -67,7 +67,7 @@ holdings holdings_of(pid_t pid) {
 class histogram {
   public:
     void add(microseconds length) {
-        ++counts_[index_of(static_cast<uint64_t>(length.count()))];
+        ++counts_[bucket_of(static_cast<uint64_t>(length.count()))];
         longest_ = std::max(longest_.load(), static_cast<uint64_t>(length.count()));
     }
 
@@ -99,7 +99,7 @@ class histogram {
     static constexpr unsigned step_bits = 3;
     static constexpr uint64_t steps = 1 << step_bits;
 
-    static size_t index_of(uint64_t length) {
+    static size_t bucket_of(uint64_t length) {
         if (length < steps) return length;
         const auto power = static_cast<unsigned>(std::bit_width(length)) - 1 - step_bits;
         return (power << step_bits) + (length >> power);
@@ -174,50 +174,11 @@ void ask_until_told(board &all, size_t number) {
     mts_dev_close(handle);
 }
 
-class process {
-  public:
-    template <typename Body>
-    explicit process(Body body) : pid_(fork()) {
-        require(pid_ >= 0, "fork");
-        if (pid_ != 0) return;
-        body();
-        _exit(EXIT_SUCCESS);
-    }
-    process(process &&other) noexcept : pid_(std::exchange(other.pid_, -1)) {}
-    ~process() {
-        if (pid_ > 0) kill(pid_, SIGKILL);
-        if (pid_ > 0) waitpid(pid_, nullptr, 0);
-    }
-    [[nodiscard]] pid_t pid() const { return pid_; }
-
-    void wait() {
-        waitpid(pid_, nullptr, 0);
-        pid_ = -1;
-    }
-
-  private:
-    pid_t pid_;
-};
-
-class temporary_folder {
-  public:
-    temporary_folder() {
-        require(mkdtemp(path_.data()) != nullptr, "mkdtemp");
-        require(setenv("MTS_RUNTIME_DIR", path_.c_str(), 1) == 0, "setenv");
-    }
-    ~temporary_folder() { std::filesystem::remove_all(path_); }
-    temporary_folder(const temporary_folder &) = delete;
-    temporary_folder &operator=(const temporary_folder &) = delete;
-
-  private:
-    std::string path_ = "/tmp/mts-soak-XXXXXX";
-};
-
 // Starts the virtual switch and waits until it says that it is ready.
-process start_switch() {
+child_process start_switch() {
     std::array<int, 2> ends{};
     require(pipe(ends.data()) == 0, "pipe");
-    process daemon([&ends] {
+    child_process daemon([&ends] {
         dup2(ends[1], STDOUT_FILENO);
         close(ends[0]);
         close(ends[1]);
@@ -251,11 +212,11 @@ struct all_holdings {
 };
 
 // Waits until every client is idle: it has made each of its calls by then, so that every connection is open.
-all_holdings take_holdings(const process &daemon, const std::vector<process> &clients, board &all) {
+all_holdings take_holdings(const child_process &daemon, const std::vector<child_process> &clients, board &all) {
     all.hold = true;
     while (all.idle < client_count) usleep(1000);
     all_holdings taken{holdings_of(daemon.pid()), {}};
-    for (const process &client : clients) taken.clients.push_back(holdings_of(client.pid()));
+    for (const child_process &client : clients) taken.clients.push_back(holdings_of(client.pid()));
     all.hold = false;
     while (all.idle > 0) usleep(1000);
     return taken;
@@ -291,10 +252,10 @@ bool report_requests(const board &all, double seconds) {
 }
 
 int soak(unsigned seconds) {
-    const temporary_folder folder;
+    const bench::temporary_runtime_dir directory;
     board &all = shared_board();
-    const process daemon = start_switch();
-    std::vector<process> clients;
+    const child_process daemon = start_switch();
+    std::vector<child_process> clients;
     const auto start = clock_type::now();
     for (size_t i = 0; i < client_count; ++i) clients.emplace_back([&all, i] { ask_until_told(all, i); });
 
@@ -302,7 +263,7 @@ int soak(unsigned seconds) {
     sleep(seconds);
     const all_holdings after = take_holdings(daemon, clients, all);
     all.stop = true;
-    for (process &client : clients) client.wait();
+    for (child_process &client : clients) client.wait();
 
     const bool all_answered = report_requests(all, std::chrono::duration<double>(clock_type::now() - start).count());
     const verdict switch_verdict{"switch", allowed_to_switch, before.daemon, after.daemon};

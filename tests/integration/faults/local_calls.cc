@@ -1,24 +1,17 @@
 // SPDX-License-Identifier: Apache-2.0
-#include <gtest/gtest.h>
-
 #include <array>
 #include <cstring>
 
 #include "exported_calls.h"
+#include "integration/virtual_switch/virtual_switch_test.h"
 #include "platform/bitset.h"
-#include "platform_dev/if_index_dev.h"
+#include "platform/if_index.h"
 #include "port_mgr/port_mgr_common.h"
 
 namespace {
 
 constexpr uint32_t chassis_with_map = 6;
 constexpr uint32_t chassis_with_database = 10;
-
-if_index_t index_of(const char *name) {
-    if_index_t if_index = 0;
-    if_index_from_name(name, &if_index);
-    return if_index;
-}
 
 bool is_text(const char *text) { return text != nullptr && *text != '\0'; }
 

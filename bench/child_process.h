@@ -1,0 +1,44 @@
+// SPDX-License-Identifier: Apache-2.0
+// child_process.h: a forked process that is ended with its owner.
+#ifndef BENCH_CHILD_PROCESS_H
+#define BENCH_CHILD_PROCESS_H
+
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <csignal>
+#include <cstdlib>
+#include <utility>
+
+#include "bench/measure.h"
+
+namespace bench {
+
+class child_process {
+  public:
+    // The child runs `body` and ends.
+    template <typename Body>
+    explicit child_process(Body body) : pid_(fork()) {
+        require(pid_ >= 0, "fork");
+        if (pid_ != 0) return;
+        body();
+        _exit(EXIT_SUCCESS);
+    }
+    child_process(child_process &&other) noexcept : pid_(std::exchange(other.pid_, -1)) {}
+    ~child_process() {
+        if (pid_ < 0) return;
+        kill(pid_, SIGKILL);
+        wait();
+    }
+    [[nodiscard]] pid_t pid() const { return pid_; }
+
+    // Waits until it ends by itself.
+    void wait() { waitpid(std::exchange(pid_, -1), nullptr, 0); }
+
+  private:
+    pid_t pid_;
+};
+
+}  // namespace bench
+
+#endif
