@@ -24,6 +24,8 @@ SUPPORT_UNSANITIZED bool passes(const char *call, const void *return_address) {
     return active == nullptr || is_own_code(return_address) || active->may(call);
 }
 
+SUPPORT_UNSANITIZED bool is_interrupting() { return active != nullptr && active->interrupts(); }
+
 // The function that this one stands before. Those that ask keep it without a guard, which sanitizers look at, too.
 template <typename Function>
 SUPPORT_UNSANITIZED Function *next(Function *, const char *name) {
@@ -110,4 +112,11 @@ SUPPORT_INTERPOSER int close(int fd) {
     if (real == nullptr) real = support::next(&close, "close");
     const int result = real(fd);
     return support::passes("close", __builtin_return_address(0)) ? result : -1;
+}
+
+SUPPORT_INTERPOSER int epoll_wait(int epoll, epoll_event *events, int capacity, int timeout) {
+    static decltype(&epoll_wait) real;
+    if (real == nullptr) real = support::next(&epoll_wait, "epoll_wait");
+    if (support::is_interrupting() && !support::passes("epoll_wait", __builtin_return_address(0))) return -1;
+    return real(epoll, events, capacity, timeout);
 }

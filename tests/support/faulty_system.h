@@ -1,8 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
 // faulty_system.h: a system whose calls fail. It stands before the system calls that the development platform makes;
-// a close fails as on Linux, where the descriptor is gone all the same.
+// a close fails as on Linux, where the descriptor is gone all the same, and epoll_wait, which nothing but a signal
+// ends.
 #ifndef SUPPORT_FAULTY_SYSTEM_H
 #define SUPPORT_FAULTY_SYSTEM_H
+
+#include <cerrno>
 
 #include "armed_calls.h"
 
@@ -23,6 +26,8 @@ class faulty_system {
     // The system calls that failed first and last, or null.
     [[nodiscard]] const char *first_failed_call() const { return first_failed_call_; }
     [[nodiscard]] const char *last_failed_call() const { return last_failed_call_; }
+
+    [[nodiscard]] bool interrupts() const { return first_error_ == EINTR; }
 
     // What the functions that stand in for the system's ask. Returns false, with errno, when the call has to fail.
     bool may(const char *call);
