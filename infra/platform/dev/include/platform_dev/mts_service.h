@@ -42,8 +42,8 @@ void *mts_reply_payload(mts_reply_t *reply, uint32_t size);
 /* Makes cmi_req_resp return `status` (nonzero) to the client. For a message, the answer has no payload. */
 void mts_reply_fail(mts_reply_t *reply, uint32_t status);
 
-/* Handles one request. `context` is what mts_server_add_service was given. A service in C++ that lets std::bad_alloc out
- * ends the connection of the client that asked, and no more. */
+/* Handles one request. `context` is what mts_server_add_service was given. A service in C++ that lets std::bad_alloc
+ * out ends the connection of the client that asked, and no more. */
 typedef void (*mts_service_t)(void *context, const mts_request_t *request, mts_reply_t *reply);
 
 /* Called from the loop when `fd` can be read. */
