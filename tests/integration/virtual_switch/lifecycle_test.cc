@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // Starting, reloading and ending.
 #include <sys/socket.h>
+#include <sys/stat.h>
 #include <sys/un.h>
 
 #include <chrono>
@@ -76,6 +77,29 @@ TEST_F(lifecycle, keeps_what_it_has_when_the_file_is_bad) {
     write(chassis_with("6"));
     daemon.send(SIGHUP);
     EXPECT_TRUE(eventually([this] { return ports() == 7; }));
+}
+
+// None of them makes it wait, read without end or run out of memory.
+TEST_F(lifecycle, keeps_what_it_has_when_the_file_is_no_file) {
+    write(chassis_with("4"));
+    virtual_switch_process daemon(file_);
+    const auto refuses = [&](const std::string &reason) {
+        daemon.send(SIGHUP);
+        EXPECT_EQ(daemon.read_line(child_process::standard_error),
+                  "pm-virtual-switch: not reloaded: " + file_ + ":1: file: " + reason);
+        EXPECT_EQ(ports(), 5u);
+        std::filesystem::remove(file_);
+    };
+    std::filesystem::remove(file_);
+    ASSERT_EQ(mkfifo(file_.c_str(), 0600), 0);
+    refuses("is no regular file");
+    std::filesystem::create_directory(file_);
+    refuses("is no regular file");
+    std::filesystem::create_symlink("/dev/zero", file_);
+    refuses("is no regular file");
+    write("");
+    std::filesystem::resize_file(file_, 1 << 30);
+    refuses("is larger than 1 MiB");
 }
 
 TEST_F(lifecycle, keeps_what_it_has_when_the_database_is_too_small) {
