@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 // pm-virtual-switch: hosts the services of a switch's port manager for a chassis that a TOML file describes.
+#include <fcntl.h>
 #include <getopt.h>
+#include <unistd.h>
 
 #include <array>
 #include <cstdio>
@@ -61,6 +63,14 @@ int serve(const arguments &given) {
     return 0;
 }
 
+// Opens those that were closed at the start: messages would reach whatever is opened in their place, such as a lock.
+bool has_standard_descriptors() {
+    int opened = 0;
+    do opened = open("/dev/null", O_RDWR);
+    while (opened >= 0 && opened <= STDERR_FILENO);
+    return close(opened) == 0;
+}
+
 int run(int (*command)(const arguments &), const arguments &given) {
     try {
         return command(given);
@@ -79,6 +89,7 @@ int refuse_usage() {
 }  // namespace
 
 int main(int argc, char **argv) {
+    if (!has_standard_descriptors()) return exit_failure;
     constexpr std::array<option, 6> options{{{"check", no_argument, nullptr, 'c'},
                                              {"config-group", required_argument, nullptr, 'g'},
                                              {"state", required_argument, nullptr, 's'},

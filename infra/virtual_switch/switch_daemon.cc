@@ -94,6 +94,7 @@ void switch_daemon::take_signals() {
     for (const int signal : {SIGTERM, SIGINT, SIGHUP}) sigaddset(&signals, signal);
     sigprocmask(SIG_BLOCK, &signals, nullptr);
     std::signal(SIGXFSZ, SIG_IGN);  // a state file that grows too large is a failed write
+    std::signal(SIGPIPE, SIG_IGN);  // who reads the messages may go
     signal_fd_ = signalfd(-1, &signals, SFD_CLOEXEC | SFD_NONBLOCK);
     if (signal_fd_ < 0) fail("signalfd");
     const auto handler = [](void *daemon, int fd) { static_cast<switch_daemon *>(daemon)->handle_signal(fd); };

@@ -88,6 +88,10 @@ size_t child_process::descriptors() const {
     return static_cast<size_t>(std::distance(begin(all), end(all)));
 }
 
+std::string child_process::target_of_descriptor(int fd) const {
+    return std::filesystem::read_symlink("/proc/" + std::to_string(pid_) + "/fd/" + std::to_string(fd));
+}
+
 int child_process::wait() {
     const auto deadline = std::chrono::steady_clock::now() + limit;
     int status = 0;

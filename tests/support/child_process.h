@@ -31,6 +31,9 @@ class child_process {
     // How many descriptors it has open.
     [[nodiscard]] size_t descriptors() const;
 
+    // What one of them leads to.
+    [[nodiscard]] std::string target_of_descriptor(int fd) const;
+
     // Waits for the end, at most ten seconds. Returns the exit status, 128 and the number of the signal that ended it,
     // or -1 when it runs on.
     int wait();

@@ -35,6 +35,7 @@ class lifecycle : public virtual_switch_test {
     [[nodiscard]] size_t ports() const { return client_.ports(PM_PORT_INFO_MODE_ALL, {}).records.size(); }
 
     std::string file_ = directory_.file("chassis.toml");
+    std::string pipe_ = directory_.file("pipe");
 };
 
 TEST_F(lifecycle, says_that_it_is_ready) {
@@ -110,6 +111,27 @@ TEST_F(lifecycle, keeps_what_it_has_when_the_database_is_too_small) {
     EXPECT_THAT(daemon.read_line(child_process::standard_error),
                 testing::HasSubstr("than the chassis database has room"));
     EXPECT_EQ(ports(), 5u);
+}
+
+TEST_F(lifecycle, goes_on_when_nobody_reads_its_messages) {
+    ASSERT_EQ(mkfifo(pipe_.c_str(), 0600), 0);
+    write(chassis_with("4"));
+    child_process daemon({"/bin/sh", "-c", "exec \"$0\" \"$1\" 2>\"$2\"", PM_VIRTUAL_SWITCH, file_, pipe_});
+    { std::ifstream reader(pipe_); }
+    daemon.read_line(child_process::standard_output);
+    write("");
+    daemon.send(SIGHUP);
+    EXPECT_EQ(ports(), 5u);
+    daemon.send(SIGTERM);
+    EXPECT_EQ(daemon.wait(), 0);
+}
+
+// What it would say there must not reach what it opens: the lock, a socket, the state file.
+TEST_F(lifecycle, opens_nothing_in_the_place_of_closed_standard_descriptors) {
+    child_process daemon({"/bin/sh", "-c", "exec \"$0\" \"$1\" 0<&- 1>&- 2>&-", PM_VIRTUAL_SWITCH, director});
+    ASSERT_TRUE(eventually([this] { return client_.range("fc1/1", "fc1/1").status == 0; }));
+    for (const int fd : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO})
+        EXPECT_EQ(daemon.target_of_descriptor(fd), "/dev/null");
 }
 
 TEST_F(lifecycle, is_alone_in_its_directory) {
