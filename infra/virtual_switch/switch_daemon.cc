@@ -35,20 +35,22 @@ std::string find_runtime_dir() {
     fail("run-time directory " + std::string(path.data()));
 }
 
-// Returns what to say of it.
-std::string share(const std::string &runtime_dir, const std::optional<user_group> &config_group) {
-    if (!config_group) return "";
-    uint32_t group = config_group->id;
-    if (mts_dev_share_runtime_dir(&group) != 0)
-        fail("run-time directory " + runtime_dir + " cannot be shared with group " + config_group->name);
-    return ", shared with group " + group_of(group).name + ", configured by group " + config_group->name;
-}
-
 std::unique_ptr<platform_dev::chassis_publisher> open_publisher(const std::string &runtime_dir) {
     auto publisher = platform_dev::chassis_publisher::open();
     if (publisher != nullptr) return publisher;
     if (errno != EWOULDBLOCK) fail("chassis database in " + runtime_dir);
     throw std::runtime_error("another instance serves in run-time directory " + runtime_dir);
+}
+
+// Only who holds the database's lock shares the directory, since another instance may serve there. Returns what to say
+// of it.
+std::string share(const std::string &runtime_dir, platform_dev::chassis_publisher &publisher,
+                  const std::optional<user_group> &config_group) {
+    if (!config_group) return "";
+    uint32_t group = config_group->id;
+    if (mts_dev_share_runtime_dir(&group) != 0 || !publisher.follow_sharing())
+        fail("run-time directory " + runtime_dir + " cannot be shared with group " + config_group->name);
+    return ", shared with group " + group_of(group).name + ", configured by group " + config_group->name;
 }
 
 void publish(platform_dev::chassis_publisher &publisher, const chassis_model &model) {
@@ -73,8 +75,8 @@ switch_daemon::switch_daemon(std::string chassis_file, chassis_model chassis, co
                              configuration changes, const std::optional<user_group> &config_group)
     : chassis_file_(std::move(chassis_file)),
       runtime_dir_(find_runtime_dir()),
-      sharing_(share(runtime_dir_, config_group)),
       publisher_(open_publisher(runtime_dir_)),
+      sharing_(share(runtime_dir_, *publisher_, config_group)),
       state_(std::move(chassis), std::move(changes),
              {[this](const chassis_model &model) { publish(*publisher_, model); }, keeper_in(state_file)}),
       port_services_{&state_, config_access(config_group)},

@@ -53,8 +53,8 @@ class switch_daemon {
 
     std::string chassis_file_;
     std::string runtime_dir_;
-    std::string sharing_;  // with whom, for the line that says that it is ready
     std::unique_ptr<platform_dev::chassis_publisher> publisher_;
+    std::string sharing_;  // with whom, for the line that says that it is ready
     switch_state state_;
     port_service_context port_services_;
     std::map<uint8_t, line_card_context> line_cards_;  // those whose services are there, by slot

@@ -154,6 +154,15 @@ TEST_F(access_test, shared_directory_is_given_to_the_next_daemon) {
     run_as(admin, expect_configured);
 }
 
+TEST_F(access_test, daemon_that_finds_another_one_shares_nothing) {
+    const virtual_switch_process first(every_kind);
+    child_process second({PM_VIRTUAL_SWITCH, "--config-group", std::to_string(admins), every_kind});
+    EXPECT_THAT(second.read_line(child_process::standard_error), testing::HasSubstr("another instance serves"));
+    EXPECT_EQ(second.wait(), 1);
+    EXPECT_EQ(status().st_mode & 07777, 0700u);
+    run_as(admin, expect_kept_out);
+}
+
 // A daemon of a user without rights, in a run-time directory of its own.
 class users_daemon : public access_test {
   protected:

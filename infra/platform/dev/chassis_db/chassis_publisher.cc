@@ -131,6 +131,13 @@ chassis_publisher::chassis_publisher(std::unique_ptr<database_file> file) : file
 
 chassis_publisher::~chassis_publisher() { file_->clear(); }
 
+bool chassis_publisher::follow_sharing() {
+    runtime_directory directory;
+    path_buffer path;
+    return own_runtime_dir(directory) && runtime_file(directory, chassis_file_name, path) &&
+           admit_users(directory, path.data(), S_IRGRP);
+}
+
 bool chassis_publisher::publish(const chassis &content) {
     const auto encoded = std::make_unique<chassis_content>();
     if (!encode(content, *encoded)) {

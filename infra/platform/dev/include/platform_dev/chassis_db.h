@@ -55,6 +55,10 @@ class chassis_publisher {
     chassis_publisher(const chassis_publisher &) = delete;
     chassis_publisher &operator=(const chassis_publisher &) = delete;
 
+    // Lets those read it who may enter the run-time directory, after that was shared with a group. Returns false with
+    // errno.
+    [[nodiscard]] bool follow_sharing();
+
     // Replaces the whole content; of two entries for one slot or interface the first counts. Returns false with errno
     // ENOSPC, and publishes nothing, when a table is longer than the file has room for: 64 modules, 256 port
     // channels, 4096 entries of the index map.
