@@ -1,9 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
 // Who may ask services, and whose answers are believed.
 #include <poll.h>
+#include <sys/resource.h>
 #include <sys/stat.h>
 
 #include <filesystem>
+#include <optional>
 
 #include "platform/cmi.h"
 #include "raw_peer.h"
@@ -88,6 +90,41 @@ TEST_F(credentials, service_closes_connections_of_others) {
         open_to_all();
         support::run_as(stranger, [&] { expect_closed(socket()); });
     }
+}
+
+// As long as it lives, what this process starts can open only so many descriptors.
+class few_descriptors {
+  public:
+    explicit few_descriptors(rlim_t limit) {
+        EXPECT_EQ(getrlimit(RLIMIT_NOFILE, &before_), 0);
+        const rlimit lower{limit, before_.rlim_max};
+        EXPECT_EQ(setrlimit(RLIMIT_NOFILE, &lower), 0);
+    }
+    ~few_descriptors() { setrlimit(RLIMIT_NOFILE, &before_); }
+
+  private:
+    rlimit before_{};
+};
+
+// The kernel takes the user of a connection from who connects.
+std::vector<raw_socket> connect_as(const support::other_user &user, const std::string &path, size_t count) {
+    std::vector<raw_socket> clients;
+    EXPECT_EQ(setegid(user.gid), 0);
+    EXPECT_EQ(seteuid(user.uid), 0);
+    while (clients.size() < count) clients.push_back(raw_connect(path));
+    EXPECT_EQ(seteuid(0), 0);
+    EXPECT_EQ(setegid(0), 0);
+    return clients;
+}
+
+TEST_F(credentials, member_that_connects_without_end_leaves_room_for_root) {
+    share();
+    std::optional<few_descriptors> limit(128);
+    const service_process service;
+    limit.reset();
+    const auto clients = connect_as(member, socket(), 200);
+    expect_served();
+    EXPECT_EQ(clients.back().receive(), "") << "turned away";
 }
 
 TEST_F(credentials, service_in_a_private_directory_serves_no_member) {

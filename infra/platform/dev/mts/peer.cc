@@ -38,8 +38,10 @@ std::optional<peer> peer_of(int socket) {
     return found;
 }
 
+bool is_trusted(const peer &client) { return client.user == geteuid() || client.user == 0; }
+
 bool is_admitted(const peer &client, const runtime_directory &directory) {
-    if (client.user == geteuid() || client.user == 0) return true;
+    if (is_trusted(client)) return true;
     return directory.is_shared && std::ranges::find(client.groups, directory.group) != client.groups.end();
 }
 

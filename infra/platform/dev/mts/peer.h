@@ -19,6 +19,9 @@ struct peer {
 // Nothing when the kernel does not tell. May throw std::bad_alloc.
 [[nodiscard]] std::optional<peer> peer_of(int socket);
 
+// Whether a client is our own user or root.
+[[nodiscard]] bool is_trusted(const peer &client);
+
 // Whether a client may ask services of ours in the directory: our own user, root, and the group's members in a shared
 // one.
 [[nodiscard]] bool is_admitted(const peer &client, const runtime_directory &directory);

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "mts/service_listener.h"
 
+#include <sys/resource.h>
 #include <sys/socket.h>
 #include <sys/stat.h>
 
@@ -14,6 +15,17 @@
 #include "mts/service_address.h"
 
 namespace platform_dev {
+
+namespace {
+
+// The last quarter of the descriptors is for the service's own needs, its user and root: members of a group that
+// connect without end shut out no more than each other. New descriptors get the lowest free numbers.
+bool is_reserved(int fd) {
+    rlimit limit{};
+    return getrlimit(RLIMIT_NOFILE, &limit) == 0 && static_cast<rlim_t>(fd) >= limit.rlim_cur / 4 * 3;
+}
+
+}  // namespace
 
 service_listener::~service_listener() { end(); }
 
@@ -63,6 +75,7 @@ bool service_listener::on_event(uint32_t) {
 void service_listener::take(unique_fd client) {
     std::optional<peer> from = peer_of(client.get());
     if (!from || !is_admitted(*from, server_.directory())) return;
+    if (!is_trusted(*from) && is_reserved(client.get())) return;
     static_cast<void>(
         server_.add(std::make_unique<server_connection>(server_, service_, *std::move(from), std::move(client))));
 }
