@@ -16,6 +16,7 @@
 #include "chassis/chassis_file.h"
 #include "chassis/publication.h"
 #include "chassis/state_file.h"
+#include "messages.h"
 #include "platform_dev/mts_dev.h"
 #include "program_name.h"
 #include "protocol/line_card_node.h"
@@ -168,7 +169,7 @@ void switch_daemon::reload() {
         state_.reload(std::move(chassis));
         restart_replaced_line_cards(before);
     } catch (const std::exception &error) {
-        std::fprintf(stderr, "%s: not reloaded: %s\n", program_name, error.what());
+        say(std::string("not reloaded: ") + error.what());
     }
     remove_absent_line_cards();
     notify_ready();

@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "chassis/switch_state.h"
 
-#include <cstdio>
 #include <exception>
+#include <string>
 #include <utility>
 
-#include "program_name.h"
+#include "messages.h"
 
 namespace virtual_switch {
 
@@ -50,7 +50,7 @@ bool switch_state::change(configuration changes) {
         changes_ = std::move(changes);
         return true;
     } catch (const std::exception &error) {
-        std::fprintf(stderr, "%s: not configured: %s\n", program_name, error.what());
+        say(std::string("not configured: ") + error.what());
         return false;
     }
 }

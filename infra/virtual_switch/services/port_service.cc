@@ -1,10 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "services/port_service.h"
 
-#include <cstdio>
+#include <string>
 
 #include "port_mgr/status.h"
-#include "program_name.h"
 #include "services/listing_service.h"
 #include "services/loopback_service.h"
 #include "services/port_selection.h"
@@ -59,21 +58,21 @@ constexpr std::array operations{
     operation{CMI_OPC_PM_GET_MODULE_INTF_LISTING, transport::cmi_only, query<select_module_ports, answer_ports>},
 };
 
-void refuse(const configuring &change, const config_access &access, const mts_client_t &client, mts_reply_t *reply) {
-    std::fprintf(stderr, "%s: configuration refused: %s: user %u %s\n", program_name, change.what, client.uid,
-                 access.reason().c_str());
+void refuse(const configuring &change, const mts_client_t &client, port_service_context &context, mts_reply_t *reply) {
+    context.refusals.add(std::string(change.what) + ": user " + std::to_string(client.uid) + " " +
+                         context.access.reason());
     change.refuse(reply, PM_ERR_REJECTED);
 }
 
 }  // namespace
 
 void port_service(void *context, const mts_request_t *request, mts_reply_t *reply) {
-    const auto &[state, access] = *static_cast<const port_service_context *>(context);
+    auto &served = *static_cast<port_service_context *>(context);
     for (const operation &known : operations) {
         if (known.opcode != request->opcode || (known.over == transport::cmi_only && request->is_cmi == 0)) continue;
-        if (known.change.refuse != nullptr && !access.allows(request->client))
-            return refuse(known.change, access, request->client, reply);
-        return known.serve(*state, *request, reply);
+        if (known.change.refuse != nullptr && !served.access.allows(request->client))
+            return refuse(known.change, request->client, served, reply);
+        return known.serve(*served.state, *request, reply);
     }
     answer_status(reply, PM_ERR_FAILURE);
 }

@@ -9,6 +9,7 @@
 #include "platform_dev/mts_service.h"
 #include "port_mgr/opcodes.h"
 #include "services/config_access.h"
+#include "services/refusal_log.h"
 
 namespace virtual_switch {
 
@@ -19,10 +20,11 @@ inline constexpr std::array<uint32_t, 4> port_service_saps{PM_SAP_PORT_MANAGER, 
 struct port_service_context {
     switch_state *state;
     config_access access;
+    refusal_log refusals{};
 };
 
 // An mts_service_t; the context is a port_service_context. Whoever reaches it may ask. A request that configures is
-// answered with PM_ERR_REJECTED when its client may not, and a line on standard error says so.
+// answered with PM_ERR_REJECTED when its client may not, and the log of refusals says so.
 void port_service(void *context, const mts_request_t *request, mts_reply_t *reply);
 
 }  // namespace virtual_switch

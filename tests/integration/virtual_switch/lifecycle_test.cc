@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 // Starting, reloading and ending.
+#include <fcntl.h>
 #include <sys/socket.h>
 #include <sys/stat.h>
 #include <sys/un.h>
@@ -124,6 +125,21 @@ TEST_F(lifecycle, goes_on_when_nobody_reads_its_messages) {
     EXPECT_EQ(ports(), 5u);
     daemon.send(SIGTERM);
     EXPECT_EQ(daemon.wait(), 0);
+}
+
+TEST_F(lifecycle, waits_for_nobody_to_read_its_messages) {
+    write(chassis_with("4"));
+    ASSERT_EQ(mkfifo(pipe_.c_str(), 0600), 0);
+    const int reader = open(pipe_.c_str(), O_RDWR | O_NONBLOCK);
+    while (::write(reader, "unread\n", 7) > 0) {
+    }
+    child_process daemon({"/bin/sh", "-c", "exec \"$0\" \"$1\" 2>\"$2\"", PM_VIRTUAL_SWITCH, file_, pipe_});
+    daemon.read_line(child_process::standard_output);
+    write("");
+    daemon.send(SIGHUP);
+    daemon.send(SIGTERM);
+    EXPECT_EQ(daemon.wait(), 0);
+    close(reader);
 }
 
 // What it would say there must not reach what it opens: the lock, a socket, the state file.

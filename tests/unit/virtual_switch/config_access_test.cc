@@ -7,6 +7,7 @@
 #include <unistd.h>
 
 #include <array>
+#include <chrono>
 #include <span>
 #include <stdexcept>
 
@@ -115,6 +116,24 @@ TEST_F(refused_configuration, leaves_the_queries) {
         EXPECT_EQ(reply.word(0), 0u) << opcode;
         EXPECT_EQ(log_, "");
     }
+}
+
+std::string said_of(auto action) {
+    testing::internal::CaptureStderr();
+    action();
+    return testing::internal::GetCapturedStderr();
+}
+
+TEST(refusal_log, says_the_first_of_a_period_and_counts_the_others) {
+    using log = virtual_switch::refusal_log;
+    const std::string line = "pm-virtual-switch: configuration refused: x\n";
+    log refusals;
+    const log::clock::time_point start{};
+    const auto add = [&](log::clock::time_point now) { return said_of([&] { refusals.add("x", now); }); };
+    for (unsigned i = 0; i < log::most_in_period; ++i) EXPECT_EQ(add(start), line);
+    for (int i = 0; i < 3; ++i) EXPECT_EQ(add(start + log::period - std::chrono::nanoseconds(1)), "");
+    EXPECT_EQ(add(start + log::period), "pm-virtual-switch: configuration refused: 3 more times\n" + line);
+    EXPECT_EQ(add(start + 2 * log::period), line);
 }
 
 }  // namespace
