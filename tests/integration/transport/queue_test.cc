@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // Queues that are full.
+#include <atomic>
+
 #include "raw_peer.h"
 #include "test_service.h"
 
@@ -51,6 +53,32 @@ TEST_F(transport, answers_that_find_no_room_wait_for_it_in_their_order) {
 
     for (const uint32_t token : tokens) EXPECT_TRUE(receive_answer(slow, token) == pattern(large));
     EXPECT_EQ(exchange(slow, echo, "recovered"), "recovered");
+}
+
+// Counts the requests, and answers with a payload that travels in a memory file, or none.
+void serve_large(void *calls, const mts_request_t *request, mts_reply_t *reply) {
+    ++*static_cast<std::atomic<int> *>(calls);
+    mts_reply_payload(reply, request->opcode == answer_size ? 1024 * 1024 : 0);
+}
+
+// The loop serves each client that has a request in each of its rounds.
+TEST_F(transport, client_that_does_not_receive_gets_few_memory_files) {
+    std::atomic<int> calls = 0;
+    const test_server server(std::vector<uint32_t>{});
+    ASSERT_EQ(mts_server_add_service(server.get(), node, sap, serve_large, &calls), 0);
+    std::thread serving([&] { EXPECT_EQ(mts_server_run(server.get()), 0); });
+    constexpr int requests = 100;
+    const open_handle idle;
+    std::vector<uint32_t> tokens;
+    for (int i = 0; i < requests; ++i) tokens.push_back(send_request(idle, answer_size, ""));
+    const open_handle busy;
+    for (int round = 0; round < 2 * requests; ++round) EXPECT_EQ(exchange(busy, answer_nothing, ""), "");
+    EXPECT_LT(calls - 2 * requests, 20);
+    const uint32_t small = send_request(idle, answer_nothing, "");
+    for (const uint32_t token : tokens) EXPECT_EQ(receive_answer(idle, token).size(), 1024u * 1024);
+    EXPECT_EQ(receive_answer(idle, small), "");
+    mts_server_stop(server.get());
+    serving.join();
 }
 
 TEST_F(transport, kept_answers_have_a_bound_and_the_oldest_go_first) {

@@ -68,7 +68,7 @@ void server_connection::call_service(const received_frame &frame, mts_reply &rep
 
 bool server_connection::answer(const frame_header &request, mts_reply &reply) {
     const frame_header header = answer_header(request, reply, server_.next_message_id());
-    const int error = send_frame(socket_.get(), header, reply.block.get());
+    const int error = send(header, reply.block);
     if (error != EAGAIN) return error == 0;
     held_ = held_answer{header, std::move(reply.block)};
     reply.capacity = 0;
@@ -76,10 +76,28 @@ bool server_connection::answer(const frame_header &request, mts_reply &reply) {
 }
 
 bool server_connection::send_again(const held_answer &answer) {
-    const int error = send_frame(socket_.get(), answer.header, answer.payload.get());
+    const int error = send(answer.header, answer.payload);
     if (error != 0) return error == EAGAIN;
     held_.reset();
     return server_.wait_for(*this, EPOLLIN) == 0;
+}
+
+int server_connection::send(const frame_header &header, const heap_block &payload) {
+    if (const int error = limit_unread(header.payload_size > max_packet_payload)) return error;
+    return send_frame(socket_.get(), header, payload.get());
+}
+
+// In the send buffer a memory file counts for no more than its header. In one of the least size that there is, a client
+// that does not read has a few of them, instead of hundreds.
+int server_connection::limit_unread(bool is_in_memory_file) {
+    if (is_in_memory_file == (whole_buffer_ > 0)) return 0;
+    int whole = whole_buffer_;
+    socklen_t length = sizeof whole;
+    if (is_in_memory_file && getsockopt(socket_.get(), SOL_SOCKET, SO_SNDBUF, &whole, &length) != 0) return errno;
+    const int size = is_in_memory_file ? 0 : whole / 2;  // the kernel doubles what it is told
+    if (setsockopt(socket_.get(), SOL_SOCKET, SO_SNDBUF, &size, sizeof size) != 0) return errno;
+    whole_buffer_ = is_in_memory_file ? whole : 0;
+    return 0;
 }
 
 }  // namespace platform_dev

@@ -38,12 +38,15 @@ class server_connection final : public event_source {
     void call_service(const received_frame &frame, mts_reply &reply) const;
     [[nodiscard]] bool answer(const frame_header &request, mts_reply &reply);
     [[nodiscard]] bool send_again(const held_answer &answer);
+    [[nodiscard]] int send(const frame_header &header, const heap_block &payload);
+    [[nodiscard]] int limit_unread(bool is_in_memory_file);
 
     server &server_;
     service service_;
     peer client_;
     unique_fd socket_;
     std::optional<held_answer> held_;
+    int whole_buffer_ = 0;  // the size of the send buffer while a small one is in its place, else 0
 };
 
 }  // namespace platform_dev
