@@ -15,7 +15,6 @@
 
 #include "chassis/chassis_file.h"
 #include "chassis/publication.h"
-#include "chassis/state_file.h"
 #include "messages.h"
 #include "platform_dev/mts_dev.h"
 #include "program_name.h"
@@ -69,17 +68,18 @@ std::function<void(const configuration &)> keeper_in(const std::string &state_fi
 
 switch_daemon::switch_daemon(const std::string &chassis_file, const std::string &state_file,
                              const std::optional<user_group> &config_group)
-    : switch_daemon(chassis_file, load_chassis(chassis_file), state_file,
-                    state_file.empty() ? configuration{} : load_state(state_file), config_group) {}
+    : switch_daemon(chassis_file, load_chassis(chassis_file),
+                    state_file.empty() ? kept_state{} : take_state(state_file), config_group) {}
 
-switch_daemon::switch_daemon(std::string chassis_file, chassis_model chassis, const std::string &state_file,
-                             configuration changes, const std::optional<user_group> &config_group)
+switch_daemon::switch_daemon(std::string chassis_file, chassis_model chassis, kept_state &&kept,
+                             const std::optional<user_group> &config_group)
     : chassis_file_(std::move(chassis_file)),
+      state_lock_(std::move(kept.lock)),
       runtime_dir_(find_runtime_dir()),
       publisher_(open_publisher(runtime_dir_)),
       sharing_(share(runtime_dir_, *publisher_, config_group)),
-      state_(std::move(chassis), std::move(changes),
-             {[this](const chassis_model &model) { publish(*publisher_, model); }, keeper_in(state_file)}),
+      state_(std::move(chassis), std::move(kept.changes),
+             {[this](const chassis_model &model) { publish(*publisher_, model); }, keeper_in(kept.file)}),
       port_services_{&state_, config_access(config_group)},
       server_(mts_server_create()) {
     if (server_ == nullptr) fail("server");

@@ -8,6 +8,7 @@
 #include <optional>
 #include <string>
 
+#include "chassis/state_file.h"
 #include "chassis/switch_state.h"
 #include "platform_dev/chassis_db.h"
 #include "platform_dev/mts_service.h"
@@ -35,7 +36,7 @@ class switch_daemon {
 
   private:
     // Takes what was read from files, so that a bad one disturbs nothing.
-    switch_daemon(std::string chassis_file, chassis_model chassis, const std::string &state_file, configuration changes,
+    switch_daemon(std::string chassis_file, chassis_model chassis, kept_state &&kept,
                   const std::optional<user_group> &config_group);
 
     void take_signals();
@@ -52,6 +53,7 @@ class switch_daemon {
     };
 
     std::string chassis_file_;
+    platform_dev::unique_fd state_lock_;  // none without a state file
     std::string runtime_dir_;
     std::unique_ptr<platform_dev::chassis_publisher> publisher_;
     std::string sharing_;  // with whom, for the line that says that it is ready

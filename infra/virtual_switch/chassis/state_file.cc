@@ -11,6 +11,7 @@
 
 #include "chassis/chassis_error.h"
 #include "chassis/text_file.h"
+#include "common/own_file.h"
 
 namespace virtual_switch {
 namespace {
@@ -43,6 +44,16 @@ configuration load_state(const std::string &path) {
     } catch (const chassis_error &error) {
         throw std::runtime_error(path + ":" + error.what());
     }
+}
+
+// The lock comes first: who held it before may have written until then.
+kept_state take_state(const std::string &path) {
+    const std::string lock_file = path + ".lock";
+    platform_dev::unique_fd lock = platform_dev::take_lock(lock_file.c_str());
+    if (!lock && errno == EWOULDBLOCK)
+        throw std::runtime_error(path + ": another switch keeps its configuration there");
+    if (!lock) throw std::runtime_error(lock_file + ": " + std::strerror(errno));
+    return {path, std::move(lock), load_state(path)};
 }
 
 void save_state(const std::string &path, const configuration &changes) {

@@ -7,6 +7,7 @@
 #include <string_view>
 
 #include "chassis/configuration.h"
+#include "common/unique_fd.h"
 
 namespace virtual_switch {
 
@@ -15,7 +16,18 @@ namespace virtual_switch {
 // with one line, "FILE:LINE: KEY: what is wrong", for the first mistake.
 configuration load_state(const std::string &path);
 
-// The same from the text of a file; the line starts with LINE.
+// What a switch keeps, and the lock on FILE.lock that makes it the only one that keeps it there.
+struct kept_state {
+    std::string file;  // empty for none
+    platform_dev::unique_fd lock;
+    configuration changes;
+};
+
+// Loads a file as load_state does, for as long as the lock is held. Throws also when another switch holds it, and when
+// the lock cannot be made.
+kept_state take_state(const std::string &path);
+
+// What load_state reads, from the text of a file; the line of a mistake starts with LINE.
 configuration parse_state(std::string_view text);
 
 // The text of a file, which parse_state reads to the same configuration.

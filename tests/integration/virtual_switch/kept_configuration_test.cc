@@ -49,6 +49,19 @@ TEST_F(kept_configuration, comes_back_with_the_next_daemon) {
     EXPECT_EQ(state(), before) << "a start changes nothing";
 }
 
+TEST_F(kept_configuration, belongs_to_one_switch_at_a_time) {
+    const temporary_runtime_dir elsewhere;
+    const virtual_switch_process first(every_kind, keeping());
+    directory_.use();
+    std::vector<std::string> command{PM_VIRTUAL_SWITCH, every_kind};
+    command.insert(command.end() - 1, {"--state", state_file_});
+    child_process second(command);
+    EXPECT_EQ(second.wait(), 1);
+    EXPECT_EQ(second.read_rest(child_process::standard_error),
+              "pm-virtual-switch: " + state_file_ + ": another switch keeps its configuration there\n");
+    const virtual_switch_process third(every_kind, {"--state", directory_.file("other.toml")});
+}
+
 TEST_F(kept_configuration, is_forgotten_without_a_state_file) {
     {
         const virtual_switch_process daemon(every_kind);
