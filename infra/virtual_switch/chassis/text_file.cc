@@ -26,12 +26,20 @@ directory_handle directory_of(const std::string &path) {
     return directory_handle(opendir(path.substr(0, slash + 1).c_str()));
 }
 
+// Takes the descriptor, also when there is no memory for its stream.
+file_handle stream_of(int fd, const char *mode) {
+    if (fd < 0) return nullptr;
+    file_handle file(fdopen(fd, mode));
+    if (file == nullptr) close(fd);
+    return file;
+}
+
 // Whatever stands at `path` is no file of ours that somebody else has open or linked. The mode is right whatever the
 // umask is.
 file_handle create_anew(const char *path) {
     unlink(path);
     const int fd = open(path, O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC | O_NOFOLLOW, S_IRUSR | S_IWUSR);
-    file_handle file(fd < 0 ? nullptr : fdopen(fd, "w"));
+    file_handle file = stream_of(fd, "w");
     if (file != nullptr && fchmod(fd, S_IRUSR | S_IWUSR) != 0) return nullptr;
     return file;
 }
@@ -53,7 +61,7 @@ bool replace_durably(const std::string &path, const std::string &temporary, std:
 
 file_handle open_regular_file(const std::string &path, int more_flags) {
     const int fd = open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | more_flags);
-    file_handle file(fd < 0 ? nullptr : fdopen(fd, "r"));
+    file_handle file = stream_of(fd, "r");
     struct stat status {};
     if (file != nullptr && fstat(fd, &status) == 0 && !S_ISREG(status.st_mode)) {
         throw chassis_error(1, "file", "is no regular file");
