@@ -67,10 +67,14 @@ class service_faults_test : public transport_test::transport {
     // How often each system call failed. All are here from the start: what is counted takes no memory then.
     std::map<std::string_view, int> failures_{{"accept4", 0}, {"close", 0},      {"epoll_ctl", 0},    {"epoll_wait", 0},
                                               {"fcntl", 0},   {"getsockopt", 0}, {"memfd_create", 0}, {"recvmsg", 0},
-                                              {"send", 0},    {"sendmsg", 0},    {"write", 0}};
+                                              {"send", 0},    {"sendmsg", 0},    {"setsockopt", 0},   {"write", 0}};
 
   private:
-    void note(const faulty_system &system) { ++failures_.at(system.last_failed_call()); }
+    void note(const faulty_system &system) {
+        const auto known = failures_.find(system.last_failed_call());
+        ASSERT_NE(known, failures_.end()) << system.last_failed_call();
+        ++known->second;
+    }
     void note(const faulty_heap &) {}
 
     // Returns whether the answer came, whole.

@@ -242,7 +242,7 @@ TEST_F(chassis_file_on_disk, must_exist) { EXPECT_EQ(complaint(), path() + ":1: 
 
 TEST_F(chassis_file_on_disk, must_not_be_a_folder) {
     std::filesystem::create_directory(path());
-    EXPECT_EQ(complaint(), path() + ":1: file: Is a directory");
+    EXPECT_EQ(complaint(), path() + ":1: file: is no regular file");
 }
 
 }  // namespace
