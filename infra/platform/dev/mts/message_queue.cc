@@ -18,7 +18,7 @@ constexpr size_t max_connections = UINT32_MAX >> serial_bits;
 
 // Beyond this the oldest kept answers are given up.
 constexpr size_t max_kept = 1024;
-constexpr size_t max_kept_bytes = 4 * MTS_MAX_PAYLOAD;
+constexpr size_t max_kept_bytes = 4 * static_cast<size_t>(MTS_MAX_PAYLOAD);
 
 bool has_ended(int send_error) { return send_error == EPIPE || send_error == ECONNRESET; }
 
@@ -122,6 +122,7 @@ int message_queue::receive_from(client_connection &connection, uint32_t seconds,
 
 int message_queue::wait_for_any(const deadline &limit, client_connection *&ready) {
     std::vector<pollfd> descriptors;
+    descriptors.reserve(connections_.size());
     for (const client_connection &connection : connections_)
         descriptors.push_back({connection.descriptor(), POLLIN, 0});  // poll skips the closed ones' -1
     if (const int error = limit.wait(descriptors.data(), descriptors.size())) return error;

@@ -9,7 +9,7 @@ namespace platform_dev {
 namespace {
 
 // Payloads up to here are copied into a block of their size, so that a small one does not hold a whole buffer.
-constexpr size_t max_copied_payload = 16 * 1024;
+constexpr size_t max_copied_payload = size_t{16} * 1024;
 
 heap_block allocate_payload(size_t size) { return heap_block(std::malloc(size + payload_tail)); }
 
@@ -56,7 +56,7 @@ int receive(int socket, int flags, packet_buffers &buffers, received_frame &fram
     unique_fd memory_file;
     int error = receive_frame(socket, flags, frame.header, buffer.get(), memory_file);
     if (error == 0 && frame.header.payload_size > 0) error = take_payload(buffer, memory_file, frame);
-    buffers.give_back(std::move(buffer));
+    if (!frame.is_packet_buffer) buffers.give_back(std::move(buffer));
     if (error == 0 && frame.payload) clear_tail(frame.payload, frame.header.payload_size);
     return error;
 }

@@ -11,7 +11,7 @@ namespace platform_dev {
 namespace {
 
 uint32_t element_count(const void *array) {
-    const uint8_t *header = static_cast<const uint8_t *>(array);
+    const auto *const header = static_cast<const uint8_t *>(array);
     if (load_be32(header) != tlv_array_mark) return 0;
     const uint32_t count = load_be32(header + tlv_array_count_offset);
     const uint32_t bytes = load_be32(header + tlv_array_bytes_offset);
@@ -21,7 +21,7 @@ uint32_t element_count(const void *array) {
 
 template <bool aligned>
 uint32_t next_element(const void *array, uint16_t *type, uint16_t *length, const void **value, uint32_t *position) {
-    const uint8_t *header = static_cast<const uint8_t *>(array);
+    const auto *const header = static_cast<const uint8_t *>(array);
     if (load_be32(header) != tlv_array_mark) return EBADMSG;
     const uint32_t bytes = load_be32(header + tlv_array_bytes_offset);
     const uint32_t at = *position;
