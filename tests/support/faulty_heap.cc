@@ -124,6 +124,6 @@ SUPPORT_UNSANITIZED void operator delete[](void *block, size_t) noexcept { suppo
 
 #ifdef SUPPORT_SANITIZER
 // The leak check leaves out what the loader keeps, which it knows by its caller; here that is the functions above.
-SUPPORT_INTERPOSER const char *__lsan_default_suppressions() { return "leak:_dl_map_object_deps"; }
+SUPPORT_INTERPOSER const char *__lsan_default_suppressions() { return "leak:ld-linux"; }
 SUPPORT_INTERPOSER const char *__lsan_default_options() { return "print_suppressions=0"; }
 #endif
