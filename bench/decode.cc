@@ -4,7 +4,7 @@
 #include <cstring>
 #include <string>
 
-#include "bench/measure.h"
+#include "bench/support/report.h"
 #include "platform_dev/if_index_dev.h"
 #include "platform_dev/tlv_builder.h"
 #include "port_mgr/port_mgr_common.h"
@@ -83,17 +83,20 @@ auto parsing(const bytes &base, const void *attributes, pm_port_info_t &record) 
     };
 }
 
-void measure_one_record() {
+void measure_one_record(bench::report &report) {
     const bytes base = base_record(0);
     const bytes record_bytes(sizeof(pm_port_info_t));
     bytes copy(record_bytes.size());
     pm_port_info_t record{};
-    const bench::comparison row = bench::compare(parsing(base, nullptr, record), copying(record_bytes, copy));
-    bench::print_row("base record without elements; memcpy of 388 bytes", row);
-    std::printf("%-58s %12.2f\n", "    goal: at most 3 x memcpy + 40", 3 * row.floor + 40);
+    bench::contest contest;
+    contest.add("base record without elements", parsing(base, nullptr, record));
+    contest.add("memcpy of 388 bytes", copying(record_bytes, copy));
+    const auto rows = contest.run();
+    report.table("one record", "ns", rows);
+    report.at_most("base record, beyond 2 x memcpy, ns", rows[0].took.median - 2 * rows[1].took.median, 15);
 }
 
-void measure_foreign_elements() {
+void measure_foreign_elements(bench::report &report) {
     constexpr size_t elements = 4000;
     tlv_builder_t *const builder = tlv_builder_create(0);
     add_attributes(builder, 1, elements);
@@ -101,13 +104,15 @@ void measure_foreign_elements() {
     const bytes base = base_record(0);
     bytes copy(attributes.size());
     pm_port_info_t record{};
-    const bench::comparison all = bench::compare(parsing(base, attributes.data(), record), copying(attributes, copy));
-    bench::print_row("visit of another port's element; memcpy of its 12 bytes",
-                     {all.ours / elements, all.floor / elements});
-    std::printf("%-58s %12.2f\n", "    goal: at most, in 64 bits", 4.0);
+    bench::contest contest;
+    contest.add("visit of another port's element", parsing(base, attributes.data(), record), elements);
+    contest.add("memcpy of its 12 bytes", copying(attributes, copy), elements);
+    const auto rows = contest.run();
+    report.table("walk", "ns", rows);
+    report.at_most("visit of another port's element, ns", rows[0].took.median, sizeof(void *) == 8 ? 3.0 : 3.5);
 }
 
-void measure_answer(uint32_t ports) {
+void measure_answer(bench::report &report, uint32_t ports) {
     const bytes payload = answer(ports);
     bytes copy(payload.size() - TLV_ZEROED_TAIL_SIZE);
     const auto parse = [&] {
@@ -117,20 +122,20 @@ void measure_answer(uint32_t ports) {
         bench::touch(records);
         std::free(records);
     };
-    const auto print = [&](const char *floor, const bench::comparison &whole) {
-        const std::string name = std::to_string(ports) + " ports with 12 elements each, a port; " + floor;
-        bench::print_row(name.c_str(), {whole.ours / ports, whole.floor / ports});
-    };
-    print("memcpy", bench::compare(parse, copying(payload, copy)));
-    print("byte swap", bench::compare(parse, swapping(payload, copy)));
+    bench::contest contest;
+    contest.add("our answer", parse, ports);
+    contest.add("memcpy", copying(payload, copy), ports);
+    contest.add("byte swap", swapping(payload, copy), ports);
+    report.table(std::to_string(ports) + " ports with 12 elements each", "ns a port", contest.run());
 }
 
 }  // namespace
 
-int main() {
-    bench::print_heading();
-    measure_one_record();
-    measure_foreign_elements();
-    for (const uint32_t ports : {1u, 48u, 528u}) measure_answer(ports);
+int main(int argc, char **argv) {
+    bench::report report(argc, argv, "decoding");
+    measure_one_record(report);
+    measure_foreign_elements(report);
+    for (const uint32_t ports : {1u, 16u, 48u, 528u}) measure_answer(report, ports);
+    report.write();
     return 0;
 }

@@ -11,9 +11,9 @@
 #include <string>
 #include <vector>
 
-#include "bench/child_process.h"
-#include "bench/measure.h"
-#include "bench/temporary_runtime_dir.h"
+#include "bench/support/child_process.h"
+#include "bench/support/report.h"
+#include "bench/support/temporary_runtime_dir.h"
 #include "platform_dev/mts_dev.h"
 #include "platform_dev/mts_service.h"
 #include "port_mgr/port_mgr_common.h"
@@ -126,26 +126,30 @@ mts_server_t *open_server() {
     return server;
 }
 
-void measure_exchange(uint32_t ports) {
-    const std::string sizes = "23 and " + std::to_string(answer_size(ports)) + " bytes, ";
+void measure_exchange(bench::report &report, uint32_t ports) {
     const handle_owner handle;
-    bench::print_row((sizes + "transport alone; bare ping-pong").c_str(),
-                     bench::compare([&] { exchange_messages(handle, ports); }, bare_client(answer_size(ports))));
-    bench::print_row((sizes + "query and parse; bare ping-pong").c_str(),
-                     bench::compare([&] { query_ports(handle, ports); }, bare_client(answer_size(ports))));
+    bench::contest contest;
+    contest.add("query and parse", [&] { query_ports(handle, ports); });
+    contest.add("transport alone", [&] { exchange_messages(handle, ports); });
+    const auto bare = std::make_shared<bare_client>(answer_size(ports));
+    contest.add("bare ping-pong", [bare] { (*bare)(); });
+    const auto rows = contest.run();
+    report.table("23 and " + std::to_string(answer_size(ports)) + " bytes", "ns", rows);
+    const double ratio = rows[0].took.median / rows[2].took.median;
+    if (ports == one_port) report.at_most("query and parse of one port, of a bare ping-pong", ratio, 1.15);
 }
 
 }  // namespace
 
-int main() {
+int main(int argc, char **argv) {
     bench::pin_to_one_core();
     const bench::temporary_runtime_dir directory;
     mts_server_t *server = open_server();  // before the fork, so that it can be reached from here on
     const child_process serving([server] { mts_server_run(server); });
-    bench::print_heading();
-    measure_exchange(one_port);
-    std::printf("%-58s %34.2f\n", "    goal for query and parse: at most", 1.35);
-    measure_exchange(large_answer_ports);
+    bench::report report(argc, argv, "exchange, both ends on one core");
+    measure_exchange(report, one_port);
+    measure_exchange(report, large_answer_ports);
+    report.write();
     mts_server_destroy(server);
     return EXIT_SUCCESS;
 }

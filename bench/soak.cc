@@ -23,9 +23,9 @@
 #include <string>
 #include <vector>
 
-#include "bench/child_process.h"
-#include "bench/measure.h"
-#include "bench/temporary_runtime_dir.h"
+#include "bench/support/child_process.h"
+#include "bench/support/measure.h"
+#include "bench/support/temporary_runtime_dir.h"
 #include "platform_dev/mts_dev.h"
 #include "tests/integration/faults/exchange_calls.h"
 
@@ -100,9 +100,9 @@ class histogram {
     static constexpr uint64_t steps = 1 << step_bits;
 
     static size_t bucket_of(uint64_t length) {
-        if (length < steps) return length;
+        if (length < steps) return static_cast<size_t>(length);
         const auto power = static_cast<unsigned>(std::bit_width(length)) - 1 - step_bits;
-        return (power << step_bits) + (length >> power);
+        return static_cast<size_t>((power << step_bits) + (length >> power));
     }
 
     static uint64_t end_of(size_t index) {

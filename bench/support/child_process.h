@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // child_process.h: a forked process that is ended with its owner.
-#ifndef BENCH_CHILD_PROCESS_H
-#define BENCH_CHILD_PROCESS_H
+#ifndef BENCH_SUPPORT_CHILD_PROCESS_H
+#define BENCH_SUPPORT_CHILD_PROCESS_H
 
 #include <sys/wait.h>
 #include <unistd.h>
@@ -10,7 +10,7 @@
 #include <cstdlib>
 #include <utility>
 
-#include "bench/measure.h"
+#include "bench/support/measure.h"
 
 namespace bench {
 

@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: Apache-2.0
 // temporary_runtime_dir.h: a run-time directory that lasts as long as the benchmark.
-#ifndef BENCH_TEMPORARY_RUNTIME_DIR_H
-#define BENCH_TEMPORARY_RUNTIME_DIR_H
+#ifndef BENCH_SUPPORT_TEMPORARY_RUNTIME_DIR_H
+#define BENCH_SUPPORT_TEMPORARY_RUNTIME_DIR_H
 
 #include <cstdlib>
 #include <filesystem>
 #include <string>
 
-#include "bench/measure.h"
+#include "bench/support/measure.h"
 
 namespace bench {
 

@@ -1,0 +1,81 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "bench/support/report.h"
+
+#include <climits>
+#include <cstring>
+#include <fstream>
+
+namespace bench {
+
+namespace {
+
+nlohmann::ordered_json json_of(const std::string &title, const std::string &unit, const std::vector<result> &rows) {
+    nlohmann::ordered_json table = {{"title", title}, {"unit", unit}, {"rows", nlohmann::ordered_json::array()}};
+    for (const auto &[name, took] : rows)
+        table["rows"].push_back({{"name", name}, {"median", took.median}, {"spread", took.spread}});
+    return table;
+}
+
+void print_row(const result &row) {
+    std::printf("  %-66s %12.2f %10.2f", row.name.c_str(), row.took.median, row.took.spread);
+}
+
+}  // namespace
+
+report::report(int argc, char **argv, std::string subject) {
+    const bool has_file = argc == 3 && std::strcmp(argv[1], "--json") == 0;
+    if (argc != 1 && !has_file) {
+        std::fprintf(stderr, "usage: %s [--json FILE]\n", argv[0]);
+        std::exit(2);
+    }
+    if (has_file) json_file_ = argv[2];
+    const size_t width = sizeof(void *) * CHAR_BIT;
+    std::printf("\n== %s, %zu bits ==\n", subject.c_str(), width);
+    document_ = {{"subject", std::move(subject)},
+                 {"width", width},
+                 {"tables", nlohmann::ordered_json::array()},
+                 {"goals", nlohmann::ordered_json::array()}};
+}
+
+void report::table(const std::string &title, const std::string &unit, const std::vector<result> &rows) {
+    std::printf("\n  %-66s %12s %10s %8s\n", title.c_str(), unit.c_str(), "+-", "ratio");
+    for (const result &row : rows) {
+        print_row(row);
+        std::printf(" %8.2f\n", row.took.median / rows.front().took.median);
+    }
+    document_["tables"].push_back(json_of(title, unit, rows));
+}
+
+void report::list(const std::string &title, const std::string &unit, const std::vector<result> &rows) {
+    std::printf("\n  %-66s %12s %10s\n", title.c_str(), unit.c_str(), "+-");
+    for (const result &row : rows) {
+        print_row(row);
+        std::printf("\n");
+    }
+    document_["tables"].push_back(json_of(title, unit, rows));
+}
+
+void report::at_most(const std::string &what, double value, double limit) {
+    goal(what, value, "at most", limit, value <= limit);
+}
+
+void report::at_least(const std::string &what, double value, double limit) {
+    goal(what, value, "at least", limit, value >= limit);
+}
+
+void report::goal(const std::string &what, double value, const char *bound, double limit, bool is_met) {
+    std::printf("  goal: %s: %.2f, %s %.2f: %s\n", what.c_str(), value, bound, limit, is_met ? "met" : "MISSED");
+    document_["goals"].push_back(
+        {{"what", what}, {"value", value}, {"bound", bound}, {"limit", limit}, {"met", is_met}});
+}
+
+void report::write() const {
+    std::fflush(stdout);
+    if (json_file_.empty()) return;
+    std::ofstream file(json_file_);
+    file << document_.dump(2) << '\n';
+    file.close();
+    require(file.good(), json_file_.c_str());
+}
+
+}  // namespace bench
