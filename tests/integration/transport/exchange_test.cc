@@ -6,6 +6,7 @@
 #include <filesystem>
 #include <set>
 
+#include "platform/cmi.h"
 #include "test_service.h"
 
 namespace transport_test {
@@ -91,6 +92,12 @@ TEST_P(transport_sizes, payload_arrives_whole_both_ways) {
     EXPECT_TRUE(exchange(handle, echo, pattern(GetParam())) == pattern(GetParam()));
 }
 
+TEST_P(transport_sizes, lent_payload_arrives_whole) {
+    const service_thread service;
+    const open_handle handle;
+    EXPECT_TRUE(exchange(handle, lend_size, word(GetParam())) == pattern(GetParam()));
+}
+
 TEST_P(transport_sizes, zeroed_bytes_follow_a_request) {
     const service_thread service;
     const open_handle handle;
@@ -137,6 +144,16 @@ TEST_F(transport, reply_over_the_limit_is_refused_to_the_service) {
     mts_server_stop(server);
     serving.join();
     mts_server_destroy(server);
+}
+
+TEST_F(transport, lent_payload_over_the_limit_fails_the_answer) {
+    const service_thread service;
+    const open_handle handle;
+    void *response = nullptr;
+    uint32_t length = 4;
+    const std::string size = word(MTS_MAX_PAYLOAD + 1);
+    EXPECT_EQ(cmi_req_resp(lend_size, 2, size.data(), &response, &length, 0, 0, sap, handle, 5),
+              static_cast<uint32_t>(EMSGSIZE));
 }
 
 TEST_F(transport, absent_payload_with_a_size_is_invalid) {

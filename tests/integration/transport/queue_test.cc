@@ -40,20 +40,24 @@ TEST_F(transport, client_that_does_not_receive_is_held_up_and_loses_nothing) {
     EXPECT_EQ(exchange(slow, echo, "recovered"), "recovered");
 }
 
-TEST_F(transport, answers_that_find_no_room_wait_for_it_in_their_order) {
+class transport_answers : public transport, public testing::WithParamInterface<opcode> {};
+
+TEST_P(transport_answers, that_find_no_room_wait_for_it_in_their_order) {
     const service_thread service;
     const open_handle slow;
     constexpr uint32_t large = 100 * 1024;  // a socket has room for two
     std::vector<uint32_t> tokens;
-    for (int i = 0; i < 20; ++i) tokens.push_back(send_request(slow, answer_size, word(large)));
+    for (uint32_t i = 0; i < 20; ++i) tokens.push_back(send_request(slow, GetParam(), word(large + i)));
 
     // The loop serves each client once a round, so by now the service has tried to send more than there is room for.
     const open_handle other;
     for (int i = 0; i < 20; ++i) EXPECT_EQ(exchange(other, echo, "served meanwhile"), "served meanwhile");
 
-    for (const uint32_t token : tokens) EXPECT_TRUE(receive_answer(slow, token) == pattern(large));
+    for (uint32_t i = 0; i < 20; ++i) EXPECT_TRUE(receive_answer(slow, tokens[i]) == pattern(large + i));
     EXPECT_EQ(exchange(slow, echo, "recovered"), "recovered");
 }
+
+INSTANTIATE_TEST_SUITE_P(built_and_lent, transport_answers, testing::Values(answer_size, lend_size));
 
 // Counts the requests, and answers with a payload that travels in a memory file, or none.
 void serve_large(void *calls, const mts_request_t *request, mts_reply_t *reply) {

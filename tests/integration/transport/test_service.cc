@@ -25,10 +25,17 @@ std::string_view payload_of(const mts_request_t *request) {
     return {static_cast<const char *>(request->payload), request->payload_size};
 }
 
-void answer_wanted_size(const mts_request_t *request, mts_reply_t *reply) {
+uint32_t wanted_size(const mts_request_t *request) {
     uint32_t size = 0;
     std::memcpy(&size, request->payload, sizeof size);
-    answer(reply, pattern(size));
+    return size;
+}
+
+void lend_wanted_size(const mts_request_t *request, mts_reply_t *reply) {
+    static std::string lent;
+    std::ranges::fill(lent, '\xff');
+    lent = pattern(wanted_size(request));
+    mts_reply_lend_payload(reply, lent.data(), static_cast<uint32_t>(lent.size()));
 }
 
 void answer_report(const mts_request_t *request, mts_reply_t *reply) {
@@ -49,7 +56,9 @@ void serve(void *, const mts_request_t *request, mts_reply_t *reply) {
         case answer_nothing:
             return answer(reply, {});
         case answer_size:
-            return answer_wanted_size(request, reply);
+            return answer(reply, pattern(wanted_size(request)));
+        case lend_size:
+            return lend_wanted_size(request, reply);
         case refuse:
             return mts_reply_fail(reply, fail_status);
         case report_tail:

@@ -29,6 +29,7 @@ enum opcode : uint32_t {
     stay_silent,     // does not answer
     answer_nothing,  // answers without payload
     answer_size,     // answers as many bytes as the first word says, each the low byte of its position
+    lend_size,       // the same from a buffer of its own that the next such request finds changed
     refuse,          // fails with fail_status
     report_tail,     // answers one byte: 1 when the payload has its zeroed tail
     report_request,  // answers the words node, sap, opcode, is_cmi, kind and payload size

@@ -2,13 +2,11 @@
 #include "mts/message_record.h"
 
 #include <algorithm>
-#include <cstring>
 
 namespace platform_dev {
 
 namespace {
 
-constexpr uint32_t record_magic = 0x6d747372;
 constexpr uint32_t released_magic = 0x6d747264;
 
 void write_record(mts_msg_t &message, const message_record &record) {
@@ -29,12 +27,6 @@ message_record describe(const frame_header &header, record_kind kind) {
 
 }  // namespace
 
-message_record read_record(const mts_msg_t *message) {
-    message_record record{};
-    if (message) std::memcpy(&record, message, sizeof record);
-    return record.magic == record_magic ? record : message_record{};
-}
-
 void write_request(mts_msg_t &message, const frame_header &header) {
     write_record(message, describe(header, record_kind::request));
 }
@@ -48,9 +40,9 @@ void write_answer(mts_msg_t &message, received_frame answer) {
 }
 
 bool release_record(mts_msg_t *message, heap_block &packet_buffer) {
-    if (message && std::ranges::all_of(message->word, [](uint32_t word) { return word == 0; })) return true;
     const message_record record = read_record(message);
-    if (record.kind == record_kind::none) return false;
+    if (record.kind == record_kind::none)
+        return message && std::ranges::all_of(message->word, [](uint32_t word) { return word == 0; });
     heap_block payload(record.payload);
     if (record.is_packet_buffer) packet_buffer = std::move(payload);
     *message = {{released_magic}};

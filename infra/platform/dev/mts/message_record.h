@@ -3,6 +3,8 @@
 #ifndef PLATFORM_DEV_MTS_MESSAGE_RECORD_H
 #define PLATFORM_DEV_MTS_MESSAGE_RECORD_H
 
+#include <cstring>
+
 #include "mts/payload.h"
 #include "platform/mts.h"
 
@@ -22,8 +24,14 @@ struct message_record {
 };
 static_assert(sizeof(message_record) <= sizeof(mts_msg_t));
 
+inline constexpr uint32_t record_magic = 0x6d747372;
+
 // What lies in `message`; of kind none when it is null or holds no message.
-[[nodiscard]] message_record read_record(const mts_msg_t *message);
+[[nodiscard]] inline message_record read_record(const mts_msg_t *message) {
+    message_record record{};
+    if (message) std::memcpy(&record, message, sizeof record);
+    return record.magic == record_magic ? record : message_record{};
+}
 
 void write_request(mts_msg_t &message, const frame_header &header);
 

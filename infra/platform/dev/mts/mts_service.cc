@@ -40,6 +40,13 @@ bool reserve(mts_reply &reply, size_t size) {
     return reply.capacity > 0;
 }
 
+void give(mts_reply &reply, const void *payload, uint32_t size) {
+    reply.payload = payload;
+    reply.payload_size = size;
+    reply.status = 0;
+    reply.is_given = true;
+}
+
 }  // namespace
 
 void *mts_reply_payload(mts_reply_t *reply, uint32_t size) {
@@ -48,10 +55,13 @@ void *mts_reply_payload(mts_reply_t *reply, uint32_t size) {
         return nullptr;
     }
     std::memset(reply->block.get(), 0, size);
-    reply->payload_size = size;
-    reply->status = 0;
-    reply->is_given = true;
+    give(*reply, reply->block.get(), size);
     return reply->block.get();
+}
+
+void mts_reply_lend_payload(mts_reply_t *reply, const void *payload, uint32_t size) {
+    if (size > MTS_MAX_PAYLOAD) return mts_reply_fail(reply, EMSGSIZE);
+    give(*reply, payload, size);
 }
 
 void mts_reply_fail(mts_reply_t *reply, uint32_t status) {

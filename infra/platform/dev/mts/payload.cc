@@ -30,9 +30,10 @@ int load_payload(const unique_fd &memory_file, received_frame &frame) {
     return read_memory_file(memory_file, frame.payload.get(), frame.header.payload_size);
 }
 
-int take_payload(heap_block &buffer, const unique_fd &memory_file, received_frame &frame) {
+int take_payload(heap_block &buffer, const unique_fd &memory_file, stays_in_buffer stays, received_frame &frame) {
     if (memory_file) return load_payload(memory_file, frame);
-    if (frame.header.payload_size <= max_copied_payload) return copy_payload(buffer, frame);
+    if (stays == stays_in_buffer::large && frame.header.payload_size <= max_copied_payload)
+        return copy_payload(buffer, frame);
     frame.payload = std::move(buffer);
     frame.is_packet_buffer = true;
     return 0;
@@ -49,13 +50,13 @@ void packet_buffers::give_back(heap_block buffer) {
     if (buffer && count_ < spare_.size()) spare_[count_++] = std::move(buffer);
 }
 
-int receive(int socket, int flags, packet_buffers &buffers, received_frame &frame) {
+int receive(int socket, int flags, stays_in_buffer stays, packet_buffers &buffers, received_frame &frame) {
     frame = {};
     heap_block buffer = buffers.take();
     if (!buffer) return ENOMEM;
     unique_fd memory_file;
     int error = receive_frame(socket, flags, frame.header, buffer.get(), memory_file);
-    if (error == 0 && frame.header.payload_size > 0) error = take_payload(buffer, memory_file, frame);
+    if (error == 0 && frame.header.payload_size > 0) error = take_payload(buffer, memory_file, stays, frame);
     if (!frame.is_packet_buffer) buffers.give_back(std::move(buffer));
     if (error == 0 && frame.payload) clear_tail(frame.payload, frame.header.payload_size);
     return error;

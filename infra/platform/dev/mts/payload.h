@@ -37,9 +37,12 @@ struct received_frame {
     bool is_packet_buffer = false;  // `payload` can go back to packet_buffers
 };
 
-// Receives one frame and puts its payload into a block of its own. Results and `flags` are those of receive_frame,
-// and ENOMEM.
-[[nodiscard]] int receive(int socket, int flags, packet_buffers &buffers, received_frame &frame);
+// Which payloads stay in the buffer that their packet was received into: those of which a copy would cost more than
+// what a buffer holds for nothing, or all, for who is done with one before the next.
+enum class stays_in_buffer : uint8_t { large, all };
+
+// Receives one frame with its payload. Results and `flags` are those of receive_frame, and ENOMEM.
+[[nodiscard]] int receive(int socket, int flags, stays_in_buffer stays, packet_buffers &buffers, received_frame &frame);
 
 }  // namespace platform_dev
 

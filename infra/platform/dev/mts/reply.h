@@ -10,6 +10,7 @@
 struct mts_reply {
     platform_dev::heap_block block;
     size_t capacity = 0;
+    const void *payload = nullptr;  // in the block, or the service's own
     uint32_t payload_size = 0;
     uint32_t status = 0;
     bool is_given = false;

@@ -4,6 +4,7 @@
 #include <sys/socket.h>
 
 #include <cerrno>
+#include <cstring>
 #include <new>
 
 #include "mts/server.h"
@@ -28,6 +29,18 @@ frame_header answer_header(const frame_header &request, const mts_reply &reply, 
     return header;
 }
 
+// The payload in a block of its own.
+heap_block take_payload(mts_reply &reply) {
+    if (reply.payload == reply.block.get()) {
+        reply.capacity = 0;
+        return std::move(reply.block);
+    }
+    heap_block copy(std::malloc(reply.payload_size));
+    if (!copy) throw std::bad_alloc();
+    std::memcpy(copy.get(), reply.payload, reply.payload_size);
+    return copy;
+}
+
 }  // namespace
 
 // A request that there is no memory for costs its client the connection, and the others nothing.
@@ -40,7 +53,7 @@ bool server_connection::on_event(uint32_t events) try {
 
 bool server_connection::serve_request() {
     received_frame frame;
-    const int error = receive(socket_.get(), MSG_DONTWAIT, server_.buffers(), frame);
+    const int error = receive(socket_.get(), MSG_DONTWAIT, stays_in_buffer::all, server_.buffers(), frame);
     if (error == EAGAIN) return true;
     if (error != 0 || !is_request(frame.header)) return false;
     mts_reply &reply = server_.reply();
@@ -68,23 +81,22 @@ void server_connection::call_service(const received_frame &frame, mts_reply &rep
 
 bool server_connection::answer(const frame_header &request, mts_reply &reply) {
     const frame_header header = answer_header(request, reply, server_.next_message_id());
-    const int error = send(header, reply.block);
+    const int error = send(header, reply.payload);
     if (error != EAGAIN) return error == 0;
-    held_ = held_answer{header, std::move(reply.block)};
-    reply.capacity = 0;
+    held_ = held_answer{header, take_payload(reply)};
     return server_.wait_for(*this, EPOLLOUT) == 0;
 }
 
 bool server_connection::send_again(const held_answer &answer) {
-    const int error = send(answer.header, answer.payload);
+    const int error = send(answer.header, answer.payload.get());
     if (error != 0) return error == EAGAIN;
     held_.reset();
     return server_.wait_for(*this, EPOLLIN) == 0;
 }
 
-int server_connection::send(const frame_header &header, const heap_block &payload) {
+int server_connection::send(const frame_header &header, const void *payload) {
     if (const int error = limit_unread(header.payload_size > max_packet_payload)) return error;
-    return send_frame(socket_.get(), header, payload.get());
+    return send_frame(socket_.get(), header, payload);
 }
 
 // In the send buffer a memory file counts for no more than its header. In one of the least size that there is, a client

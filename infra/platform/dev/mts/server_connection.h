@@ -38,7 +38,7 @@ class server_connection final : public event_source {
     void call_service(const received_frame &frame, mts_reply &reply) const;
     [[nodiscard]] bool answer(const frame_header &request, mts_reply &reply);
     [[nodiscard]] bool send_again(const held_answer &answer);
-    [[nodiscard]] int send(const frame_header &header, const heap_block &payload);
+    [[nodiscard]] int send(const frame_header &header, const void *payload);
     [[nodiscard]] int limit_unread(bool is_in_memory_file);
 
     server &server_;

@@ -39,6 +39,10 @@ typedef struct mts_reply mts_reply_t;
  * answer is then a failure, EMSGSIZE or ENOMEM, unless the service gives another one. */
 void *mts_reply_payload(mts_reply_t *reply, uint32_t size);
 
+/* The same with bytes of the service's own, which are sent from where they are: the service leaves them as they are
+ * until it is called again. A payload that is too large makes the answer a failure, EMSGSIZE. */
+void mts_reply_lend_payload(mts_reply_t *reply, const void *payload, uint32_t size);
+
 /* Makes cmi_req_resp return `status` (nonzero) to the client. For a message, the answer has no payload. */
 void mts_reply_fail(mts_reply_t *reply, uint32_t status);
 
