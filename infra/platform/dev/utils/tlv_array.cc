@@ -19,24 +19,28 @@ uint32_t element_count(const void *array) {
     return bytes <= MTS_MAX_PAYLOAD && count <= bytes / tlv_element_header_size ? count : 0;
 }
 
+// The sum of position and header is ready before the length is: every step waits for the one before it.
 template <bool aligned>
 uint32_t next_element(const void *array, uint16_t *type, uint16_t *length, const void **value, uint32_t *position) {
     const auto *const header = static_cast<const uint8_t *>(array);
-    if (load_be32(header) != tlv_array_mark) return EBADMSG;
+    if (load_be32(header) != tlv_array_mark) [[unlikely]]
+        return EBADMSG;
     const uint32_t bytes = load_be32(header + tlv_array_bytes_offset);
     const uint32_t at = *position;
     const uint32_t rest = at < bytes ? bytes - at : 0;
-    if (rest < tlv_element_header_size) return rest == 0 ? ENODATA : EBADMSG;
-    const uint8_t *element = header + tlv_array_header_size + at;
-    const uint32_t type_and_length = load_be32(element);
-    const auto value_type = static_cast<uint16_t>(type_and_length >> 16);
-    const auto value_length = static_cast<uint16_t>(type_and_length);
-    const uint32_t size = tlv_element_size(value_length, aligned);
-    if (rest < size || !is_tlv_element(value_type, value_length)) return EBADMSG;
-    *type = value_type;
+    if (rest < tlv_element_header_size) [[unlikely]]
+        return rest == 0 ? ENODATA : EBADMSG;
+    const uint32_t value_at = at + tlv_element_header_size;
+    const uint8_t *const element = header + tlv_array_header_size + at;
+    const uint32_t word = load_be32(element);
+    const auto value_length = static_cast<uint16_t>(word);
+    const uint32_t value_size = tlv_value_size(value_length, aligned);
+    if (rest - tlv_element_header_size < value_size || !is_tlv_element(word)) [[unlikely]]
+        return EBADMSG;
+    *type = static_cast<uint16_t>(word >> 16);
     *length = value_length;
     *value = element + tlv_element_header_size;
-    *position = at + size;
+    *position = value_at + value_size;
     return 0;
 }
 

@@ -18,6 +18,7 @@ inline constexpr uint32_t tlv_array_count_offset = 4;
 inline constexpr uint32_t tlv_array_bytes_offset = 8;
 inline constexpr uint32_t tlv_element_header_size = 4;
 inline constexpr uint32_t tlv_array_alignment = 4;
+static_assert(tlv_element_header_size % tlv_array_alignment == 0);
 
 inline uint32_t load_be32(const uint8_t *from) {
     uint32_t wire;
@@ -30,15 +31,17 @@ inline void store_be32(uint8_t *to, uint32_t value) {
     memcpy(to, &wire, sizeof wire);
 }
 
+// The first word of an element.
+inline uint32_t type_and_length(uint16_t type, uint16_t length) { return uint32_t{type} << 16 | length; }
+
 // What no builder makes is no element; zeros are none.
-inline bool is_tlv_element(uint16_t type, uint16_t length) {
-    return length <= TLV_MAX_VALUE_SIZE && (type | length) != 0;
+inline bool is_tlv_element(uint32_t type_and_length) {
+    return (type_and_length & UINT16_MAX) <= TLV_MAX_VALUE_SIZE && type_and_length != 0;
 }
 
-// The bytes that an element takes: its header, its value and, in the aligned form, the zeros behind it.
-inline uint32_t tlv_element_size(uint16_t length, bool aligned) {
-    const uint32_t size = tlv_element_header_size + length;
-    return aligned ? (size + tlv_array_alignment - 1) & ~(tlv_array_alignment - 1) : size;
+// The bytes behind an element's header: its value and, in the aligned form, the zeros behind it.
+inline uint32_t tlv_value_size(uint16_t length, bool aligned) {
+    return aligned ? (uint32_t{length} + tlv_array_alignment - 1) & ~(tlv_array_alignment - 1) : length;
 }
 
 }  // namespace platform_dev

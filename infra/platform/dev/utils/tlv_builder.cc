@@ -22,11 +22,16 @@ struct tlv_builder {
         store_be32(bytes.data() + tlv_array_bytes_offset, static_cast<uint32_t>(bytes.size()) - tlv_array_header_size);
     }
 
+    // What an element takes.
+    [[nodiscard]] uint32_t size_of(uint16_t length) const {
+        return tlv_element_header_size + tlv_value_size(length, aligned);
+    }
+
     void add(uint16_t type, const void *value, uint16_t length) {
         const size_t start = bytes.size();
-        bytes.resize(start + tlv_element_size(length, aligned));
+        bytes.resize(start + size_of(length));
         uint8_t *element = bytes.data() + start;
-        store_be32(element, uint32_t{type} << 16 | length);
+        store_be32(element, type_and_length(type, length));
         if (length != 0) memcpy(element + tlv_element_header_size, value, length);
         ++count;
         update_header();
@@ -46,8 +51,8 @@ tlv_builder_t *tlv_builder_create(int32_t aligned) try {
 }
 
 int32_t tlv_builder_add(tlv_builder_t *builder, uint16_t type, const void *value, uint16_t length) try {
-    if (!is_tlv_element(type, length)) return -1;
-    if (builder->bytes.size() > MTS_MAX_PAYLOAD - tlv_element_size(length, builder->aligned)) return -1;
+    if (!is_tlv_element(type_and_length(type, length))) return -1;
+    if (builder->bytes.size() > MTS_MAX_PAYLOAD - builder->size_of(length)) return -1;
     builder->add(type, value, length);
     return 0;
 } catch (const std::exception &) {
