@@ -3,6 +3,7 @@
 #ifndef BENCH_SUPPORT_CHILD_PROCESS_H
 #define BENCH_SUPPORT_CHILD_PROCESS_H
 
+#include <sys/prctl.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -16,11 +17,12 @@ namespace bench {
 
 class child_process {
   public:
-    // The child runs `body` and ends.
+    // The child runs `body` and ends, at the latest with the process that made it.
     template <typename Body>
     explicit child_process(Body body) : pid_(fork()) {
         require(pid_ >= 0, "fork");
         if (pid_ != 0) return;
+        prctl(PR_SET_PDEATHSIG, SIGKILL);
         body();
         _exit(EXIT_SUCCESS);
     }

@@ -20,6 +20,7 @@ class temporary_runtime_dir {
     ~temporary_runtime_dir() { std::filesystem::remove_all(path_); }
     temporary_runtime_dir(const temporary_runtime_dir &) = delete;
     temporary_runtime_dir &operator=(const temporary_runtime_dir &) = delete;
+    [[nodiscard]] const std::string &path() const { return path_; }
 
   private:
     std::string path_ = "/tmp/mts-bench-XXXXXX";
