@@ -4,13 +4,10 @@
 //
 // Usage: bench_soak [--seconds N]. Exit status 0; 1 when a request failed or a process grew; 2 for wrong usage.
 #include <malloc.h>
-#include <sys/mman.h>
 #include <unistd.h>
 
-#include <algorithm>
 #include <array>
 #include <atomic>
-#include <bit>
 #include <charconv>
 #include <chrono>
 #include <cinttypes>
@@ -24,7 +21,9 @@
 #include <vector>
 
 #include "bench/support/child_process.h"
+#include "bench/support/histogram.h"
 #include "bench/support/measure.h"
+#include "bench/support/shared_object.h"
 #include "bench/support/temporary_runtime_dir.h"
 #include "platform_dev/mts_dev.h"
 #include "tests/integration/faults/exchange_calls.h"
@@ -34,7 +33,6 @@ namespace {
 using bench::child_process;
 using bench::require;
 using clock_type = std::chrono::steady_clock;
-using std::chrono::microseconds;
 
 constexpr size_t client_count = 64;
 constexpr size_t configuring_clients = 8;
@@ -63,76 +61,18 @@ holdings holdings_of(pid_t pid) {
     return {anonymous_kilobytes(pid), static_cast<long>(std::distance(begin(all), end(all)))};
 }
 
-// How long round trips took: the number of those of each length, in steps of an eighth of their size.
-class histogram {
-  public:
-    void add(microseconds length) {
-        ++counts_[bucket_of(static_cast<uint64_t>(length.count()))];
-        longest_ = std::max(longest_.load(), static_cast<uint64_t>(length.count()));
-    }
-
-    void add(const histogram &other) {
-        for (size_t i = 0; i < counts_.size(); ++i) counts_[i] += other.counts_[i];
-        longest_ = std::max(longest_.load(), other.longest_.load());
-    }
-
-    [[nodiscard]] uint64_t total() const {
-        uint64_t sum = 0;
-        for (const auto &count : counts_) sum += count;
-        return sum;
-    }
-
-    // The length in microseconds that this share of the round trips did not exceed, to an eighth.
-    [[nodiscard]] uint64_t percentile(double share) const {
-        const auto wanted = static_cast<uint64_t>(share * static_cast<double>(total()));
-        uint64_t seen = 0;
-        for (size_t i = 0; i < counts_.size(); ++i) {
-            seen += counts_[i];
-            if (seen > wanted) return end_of(i);
-        }
-        return longest_;
-    }
-
-    [[nodiscard]] uint64_t longest() const { return longest_; }
-
-  private:
-    static constexpr unsigned step_bits = 3;
-    static constexpr uint64_t steps = 1 << step_bits;
-
-    static size_t bucket_of(uint64_t length) {
-        if (length < steps) return static_cast<size_t>(length);
-        const auto power = static_cast<unsigned>(std::bit_width(length)) - 1 - step_bits;
-        return static_cast<size_t>((power << step_bits) + (length >> power));
-    }
-
-    static uint64_t end_of(size_t index) {
-        if (index < steps) return index;
-        const uint64_t power = (index >> step_bits) - 1;
-        return ((index - (power << step_bits) + 1) << power) - 1;
-    }
-
-    std::array<std::atomic<uint64_t>, 64 * steps> counts_{};
-    std::atomic<uint64_t> longest_ = 0;
-};
-
 // What all processes see.
 struct board {
     std::atomic<bool> hold;    // clients make no calls
     std::atomic<size_t> idle;  // clients that keep to that
     std::atomic<bool> stop;
     struct client {
-        histogram round_trips;
+        bench::histogram round_trips;  // in microseconds
         std::atomic<uint64_t> requests;
         std::atomic<uint64_t> failed;
     };
     std::array<client, client_count> clients;
 };
-
-board &shared_board() {
-    void *const memory = mmap(nullptr, sizeof(board), PROT_READ | PROT_WRITE, MAP_SHARED | MAP_ANONYMOUS, -1, 0);
-    require(memory != MAP_FAILED, "mmap");
-    return *static_cast<board *>(memory);
-}
 
 // The calls of a client, which ask again and again: all that read, and of some clients those that configure, too.
 std::vector<exchange_call> calls_of(size_t client) {
@@ -147,7 +87,8 @@ std::vector<exchange_call> calls_of(size_t client) {
 void make(const exchange_call &call, mts_handle_t handle, board::client &own) {
     const auto start = clock_type::now();
     const uint32_t status = call.run(handle);
-    own.round_trips.add(std::chrono::duration_cast<microseconds>(clock_type::now() - start));
+    const auto took = std::chrono::duration_cast<std::chrono::microseconds>(clock_type::now() - start);
+    own.round_trips.add(static_cast<uint64_t>(took.count()));
     ++own.requests;
     if (status == 0) return;
     if (own.failed++ == 0) std::fprintf(stderr, "%s: status 0x%x\n", call.name, status);
@@ -234,7 +175,7 @@ holdings sum_of(const std::vector<holdings> &clients) {
 
 // Prints what the clients met. Returns whether all went well.
 bool report_requests(const board &all, double seconds) {
-    histogram round_trips;
+    bench::histogram round_trips;
     uint64_t requests = 0;
     uint64_t failed = 0;
     for (const board::client &client : all.clients) {
@@ -253,7 +194,8 @@ bool report_requests(const board &all, double seconds) {
 
 int soak(unsigned seconds) {
     const bench::temporary_runtime_dir directory;
-    board &all = shared_board();
+    const bench::shared_object<board> shared;
+    board &all = *shared;
     const child_process daemon = start_switch();
     std::vector<child_process> clients;
     const auto start = clock_type::now();

@@ -4,6 +4,8 @@
 #include <cstdlib>
 
 #include "bench/exchange/latency.h"
+#include "bench/exchange/load.h"
+#include "bench/exchange/system_calls.h"
 #include "bench/support/temporary_runtime_dir.h"
 
 int main(int argc, char **argv) {
@@ -11,6 +13,8 @@ int main(int argc, char **argv) {
     const bench::temporary_runtime_dir directory;
     bench::report report(argc, argv, "exchange, all processes on one core");
     bench::measure_latency(report, directory.path());
+    bench::measure_load(report, directory.path());
+    bench::count_system_calls(report, directory.path());
     report.write();
     return EXIT_SUCCESS;
 }

@@ -16,6 +16,17 @@ nlohmann::ordered_json json_of(const std::string &title, const std::string &unit
     return table;
 }
 
+nlohmann::ordered_json json_of(const std::string &title, const std::vector<std::string> &columns,
+                               const std::vector<grid_row> &rows) {
+    nlohmann::ordered_json table = {{"title", title}, {"columns", columns}, {"rows", nlohmann::ordered_json::array()}};
+    for (const auto &[name, cells] : rows) {
+        nlohmann::ordered_json row = {{"name", name}, {"cells", nlohmann::ordered_json::array()}};
+        for (const auto &[median, spread] : cells) row["cells"].push_back({{"median", median}, {"spread", spread}});
+        table["rows"].push_back(std::move(row));
+    }
+    return table;
+}
+
 void print_row(const result &row) {
     std::printf("  %-66s %12.2f %10.2f", row.name.c_str(), row.took.median, row.took.spread);
 }
@@ -53,6 +64,19 @@ void report::list(const std::string &title, const std::string &unit, const std::
         std::printf("\n");
     }
     document_["tables"].push_back(json_of(title, unit, rows));
+}
+
+void report::grid(const std::string &title, const std::vector<std::string> &columns,
+                  const std::vector<grid_row> &rows) {
+    std::printf("\n  %-40s", title.c_str());
+    for (const std::string &column : columns) std::printf(" %18s", column.c_str());
+    std::printf("\n");
+    for (const auto &[name, cells] : rows) {
+        std::printf("  %-40s", name.c_str());
+        for (const auto &[median, spread] : cells) std::printf(" %9.2f +-%7.2f", median, spread);
+        std::printf("\n");
+    }
+    document_["tables"].push_back(json_of(title, columns, rows));
 }
 
 void report::at_most(const std::string &what, double value, double limit) {

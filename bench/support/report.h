@@ -12,6 +12,12 @@
 
 namespace bench {
 
+// Figures of several kinds about one thing.
+struct grid_row {
+    std::string name;
+    std::vector<figure> cells;
+};
+
 class report {
   public:
     // Command line: [--json FILE]. Ends the program when it is another one.
@@ -22,6 +28,9 @@ class report {
 
     // Prints results that are no rivals: no ratios.
     void list(const std::string &title, const std::string &unit, const std::vector<result> &rows);
+
+    // Prints rows that have one cell for each column; a column names its unit.
+    void grid(const std::string &title, const std::vector<std::string> &columns, const std::vector<grid_row> &rows);
 
     // Prints what is to be reached, and whether it is.
     void at_most(const std::string &what, double value, double limit);
