@@ -34,19 +34,12 @@ void add_bare_datagram(exchange_contest &contest, payload_sizes sizes) {
     contest.add(bare_pair(bare_datagram, SOCK_DGRAM, sizes));
 }
 
-void add_peers([[maybe_unused]] exchange_contest &contest, [[maybe_unused]] const std::string &directory,
-               [[maybe_unused]] payload_sizes sizes) {
-#ifdef BENCH_HAS_PEERS
-    contest.add(sd_bus_peer(directory, sizes));
-    contest.add(sd_bus_daemon(directory, sizes));
-    contest.add(zeromq(directory, sizes));
-#endif
-}
-
-void add_netlink([[maybe_unused]] exchange_contest &contest) {
-#ifdef BENCH_HAS_PEERS
-    contest.add(netlink_link_query());
-#endif
+void add_peers(exchange_contest &contest, const std::string &directory, payload_sizes sizes) {
+    if constexpr (has_peers) {
+        contest.add(sd_bus_peer(directory, sizes));
+        contest.add(sd_bus_daemon(directory, sizes));
+        contest.add(zeromq(directory, sizes));
+    }
 }
 
 std::string title_of(const std::string &what, payload_sizes sizes) {
@@ -73,7 +66,7 @@ void measure_one_port(report &report, const std::string &directory) {
     contest.add(our_client("transport alone", transport_alone, one_port));
     add_bare_datagram(contest, sizes);
     add_peers(contest, directory, sizes);
-    add_netlink(contest);
+    if constexpr (has_peers) contest.add(netlink_link_query());
     const auto rows = contest.run();
     report.table(title_of("one port", sizes), "ns", rows);
     report.at_most("query and parse of one port, of " + std::string(bare_datagram), 1 / times_ours(rows, bare_datagram),

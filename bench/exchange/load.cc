@@ -87,13 +87,12 @@ struct contender {
 
 std::vector<contender> contenders(const std::string &directory) {
     const payload_sizes sizes = sizes_of(one_port);
-    rival ours = our_client("query and parse", query_and_parse, one_port);
-    ours.serve = serve_ports;
-    std::vector<contender> all = {{ours}, {bare_datagrams("bare datagram sockets", directory, sizes)}};
-#ifdef BENCH_HAS_PEERS
-    all.push_back({sd_bus_peer(directory, sizes)});
-    all.push_back({zeromq(directory, sizes)});
-#endif
+    std::vector<contender> all = {{our_rival("query and parse", query_and_parse, one_port)},
+                                  {bare_datagrams("bare datagram sockets", directory, sizes)}};
+    if constexpr (has_peers) {
+        all.push_back({sd_bus_peer(directory, sizes)});
+        all.push_back({zeromq(directory, sizes)});
+    }
     return all;
 }
 

@@ -153,9 +153,15 @@ void query_and_parse_brief(mts_handle_t handle, const workload &asked) {
     std::free(records);
 }
 
-rival our_client(std::string name, void (*way)(mts_handle_t, const workload &), const workload &asked) {
+rival our_client(std::string name, way_to_ask way, const workload &asked) {
     return {std::move(name),
             [=]() -> exchange { return [=, handle = std::make_shared<handle_owner>()] { way(*handle, asked); }; }};
+}
+
+rival our_rival(std::string name, way_to_ask way, const workload &asked) {
+    rival ours = our_client(std::move(name), way, asked);
+    ours.serve = serve_ports;
+    return ours;
 }
 
 }  // namespace bench

@@ -19,8 +19,13 @@ void get_over_cmi(mts_handle_t handle, const workload &asked);      // the confi
 void transport_alone(mts_handle_t handle, const workload &asked);   // the same bytes, without the library
 void query_and_parse_brief(mts_handle_t handle, const workload &asked);
 
-// A client of serve_ports.
-rival our_client(std::string name, void (*way)(mts_handle_t, const workload &), const workload &asked);
+using way_to_ask = void (*)(mts_handle_t handle, const workload &asked);
+
+// A client of a service that runs already.
+rival our_client(std::string name, way_to_ask way, const workload &asked);
+
+// The same with the service, of which there is one at a time.
+rival our_rival(std::string name, way_to_ask way, const workload &asked);
 
 }  // namespace bench
 

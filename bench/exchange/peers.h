@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-// peers.h: other ways in which programs of one host ask each other, each used as its documents advise. Debian has their
-// libraries in the machine's own width alone.
+// peers.h: other ways in which programs of one host ask each other, each used as its documents advise.
 #ifndef BENCH_EXCHANGE_PEERS_H
 #define BENCH_EXCHANGE_PEERS_H
 
@@ -9,6 +8,9 @@
 #include "bench/exchange/rival.h"
 
 namespace bench {
+
+// Debian has their libraries in the machine's own width alone: nothing below is there in 32 bits.
+inline constexpr bool has_peers = sizeof(void *) == 8;
 
 // A D-Bus method that takes an array of bytes and returns another one, called over a connection of the two processes.
 rival sd_bus_peer(const std::string &directory, payload_sizes sizes);

@@ -25,7 +25,7 @@ inline void require_bus(int result, const char *what) {
 
 bus_owner new_bus();
 
-// Connects to a socket. Replaces the three ways by which a user's session bus is found.
+// Connects to the socket of a message bus or of a peer.
 bus_owner connect_bus(const std::string &path, bool is_message_bus);
 
 // Makes the bus answer calls with `*answer`, which outlives it.

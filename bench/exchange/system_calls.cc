@@ -38,17 +38,11 @@ grid_row calls_of_one_exchange(const rival &of) {
 
 void count_system_calls(report &report, const std::string &directory) {
     const payload_sizes sizes = sizes_of(one_port);
-    const auto served = [](rival ours) {
-        ours.serve = serve_ports;
-        return ours;
-    };
-    std::vector<rival> rivals = {served(our_client("query and parse", query_and_parse, one_port)),
-                                 served(our_client("get over CMI, parse included", get_over_cmi, one_port)),
-                                 served(our_client("transport alone", transport_alone, one_port)),
+    std::vector<rival> rivals = {our_rival("query and parse", query_and_parse, one_port),
+                                 our_rival("get over CMI, parse included", get_over_cmi, one_port),
+                                 our_rival("transport alone", transport_alone, one_port),
                                  bare_pair("bare datagram socket pair", SOCK_DGRAM, sizes)};
-#ifdef BENCH_HAS_PEERS
-    rivals.push_back(sd_bus_peer(directory, sizes));
-#endif
+    if constexpr (has_peers) rivals.push_back(sd_bus_peer(directory, sizes));
     std::vector<grid_row> rows;
     for (const rival &each : rivals) rows.push_back(calls_of_one_exchange(each));
     report.grid("system calls of one exchange", {"client", "service"}, rows);
