@@ -24,19 +24,16 @@ constexpr double percentiles[] = {0.5, 0.9, 0.99, 0.999};
 
 // What all processes see.
 struct board {
-    std::atomic<size_t> connected;
     std::atomic<bool> go;
     std::atomic<bool> stop;
     std::array<histogram, most_clients> nanoseconds;  // of each client's exchanges
 };
 
-void pause() { usleep(200); }
-
-void ask_until_told(const rival &rival, board &all, histogram &nanoseconds) {
+void ask_until_told(const rival &rival, const readiness &connected, board &all, histogram &nanoseconds) {
     const exchange ask = rival.connect();
     ask();
-    ++all.connected;
-    while (!all.go) pause();
+    connected.announce();
+    while (!all.go) usleep(200);
     auto start = clock_type::now();
     while (!all.stop) {
         ask();
@@ -51,9 +48,11 @@ std::vector<double> run_once(const rival &rival, size_t clients) {
     const server_process server(rival.serve);
     const shared_object<board> all;
     std::vector<child_process> processes;
-    for (size_t i = 0; i < clients; ++i)
-        processes.emplace_back([&, i] { ask_until_told(rival, *all, all->nanoseconds[i]); });
-    while (all->connected < clients) pause();
+    for (size_t i = 0; i < clients; ++i) {
+        readiness connected;
+        processes.emplace_back([&] { ask_until_told(rival, connected, *all, all->nanoseconds[i]); });
+        connected.wait();
+    }
     const auto start = clock_type::now();
     all->go = true;
     usleep(std::chrono::microseconds(round_length).count());

@@ -30,12 +30,15 @@ class child_process {
     ~child_process() {
         if (pid_ < 0) return;
         kill(pid_, SIGKILL);
-        wait();
+        waitpid(pid_, nullptr, 0);
     }
     [[nodiscard]] pid_t pid() const { return pid_; }
 
-    // Waits until it ends by itself.
-    void wait() { waitpid(std::exchange(pid_, -1), nullptr, 0); }
+    // Waits until it ends by itself, well.
+    void wait() {
+        int status = 0;
+        require(waitpid(std::exchange(pid_, -1), &status, 0) > 0 && status == EXIT_SUCCESS, "a forked process");
+    }
 
   private:
     pid_t pid_;
