@@ -1,11 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "bench/exchange/bare_sockets.h"
 
-#include <sys/un.h>
-#include <unistd.h>
-
 #include <memory>
 #include <vector>
+
+#include "bench/exchange/local_socket.h"
 
 namespace bench {
 
@@ -33,20 +32,6 @@ std::shared_ptr<const socket_pair> make_pair(int socket_type) {
     require(socketpair(AF_UNIX, socket_type | SOCK_CLOEXEC, 0, ends) == 0, "socketpair");
     return std::make_shared<socket_pair>(std::make_unique<socket_owner>(ends[0]),
                                          std::make_unique<socket_owner>(ends[1]));
-}
-
-// A datagram socket with this name.
-std::shared_ptr<socket_owner> bound_socket(const sockaddr_un &name) {
-    auto socket = std::make_shared<socket_owner>(::socket(AF_UNIX, SOCK_DGRAM | SOCK_CLOEXEC, 0));
-    require(bind(*socket, reinterpret_cast<const sockaddr *>(&name), sizeof name) == 0, "bind");
-    return socket;
-}
-
-sockaddr_un socket_name(const std::string &path) {
-    sockaddr_un name{};
-    name.sun_family = AF_UNIX;
-    path.copy(name.sun_path, sizeof name.sun_path - 1);
-    return name;
 }
 
 // Streams are read until all is there; the other types give it at once.
@@ -95,18 +80,17 @@ rival bare_pair(std::string name, int socket_type, payload_sizes sizes) {
 }
 
 rival bare_datagrams(std::string name, const std::string &directory, payload_sizes sizes) {
-    const sockaddr_un service_name = socket_name(directory + "/bare");
+    const std::string path = directory + "/bare";
     const auto connect = [=] {
-        const auto socket = bound_socket(socket_name(directory + "/bare." + std::to_string(getpid())));
-        require(::connect(*socket, reinterpret_cast<const sockaddr *>(&service_name), sizeof service_name) == 0,
-                "connect");
+        const auto socket = std::make_shared<socket_owner>(bound_socket(SOCK_DGRAM, path + std::to_string(getpid())));
+        const sockaddr_un server = socket_address(path);
+        require(::connect(*socket, reinterpret_cast<const sockaddr *>(&server), sizeof server) == 0, "connect");
         return asking(*socket, socket, sizes);
     };
     const auto serve = [=](const readiness &ready) {
-        unlink(service_name.sun_path);
-        const auto socket = bound_socket(service_name);
+        const socket_owner socket(bound_socket(SOCK_DGRAM, path));
         ready.announce();
-        answer_many(*socket, sizes);
+        answer_many(socket, sizes);
     };
     return {std::move(name), connect, serve};
 }

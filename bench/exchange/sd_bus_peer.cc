@@ -1,26 +1,13 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <sys/epoll.h>
-#include <sys/socket.h>
-#include <sys/un.h>
-#include <unistd.h>
 
+#include "bench/exchange/local_socket.h"
 #include "bench/exchange/peers.h"
 #include "bench/exchange/sd_bus_method.h"
 
 namespace bench {
 
 namespace {
-
-int listen_at(const std::string &path) {
-    sockaddr_un name{};
-    name.sun_family = AF_UNIX;
-    path.copy(name.sun_path, sizeof name.sun_path - 1);
-    unlink(name.sun_path);
-    const int socket = ::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0);
-    require(bind(socket, reinterpret_cast<const sockaddr *>(&name), sizeof name) == 0, "bind");
-    require(listen(socket, SOMAXCONN) == 0, "listen");
-    return socket;
-}
 
 // A connection, or the socket that takes them, in an epoll set.
 struct watched {
@@ -95,7 +82,8 @@ rival sd_bus_peer(const std::string &directory, payload_sizes sizes) {
     const std::string path = directory + "/sd_bus";
     return {"sd-bus peer to peer", [=] { return calling(connect_bus(path, false), nullptr, sizes); },
             [=](const readiness &ready) {
-                const int listener = listen_at(path);
+                const int listener = bound_socket(SOCK_STREAM, path);
+                require(listen(listener, SOMAXCONN) == 0, "listen");
                 ready.announce();
                 serve_clients(listener, std::vector<char>(sizes.answer));
             }};
