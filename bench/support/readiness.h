@@ -6,6 +6,8 @@
 #include <fcntl.h>
 #include <unistd.h>
 
+#include <cerrno>
+
 #include "bench/support/measure.h"
 
 namespace bench {
@@ -30,7 +32,8 @@ class readiness {
     void wait() {
         close(std::exchange(ends_[1], -1));
         char announced = 0;
-        require(read(ends_[0], &announced, 1) == 1, "a service that did not start");
+        errno = ECHILD;
+        require(read(ends_[0], &announced, 1) == 1, "a process that did not get ready");
     }
 
   private:
