@@ -3,7 +3,6 @@
 
 #include <array>
 #include <cstdlib>
-#include <cstring>
 #include <memory>
 
 #include "platform_dev/if_index_dev.h"
@@ -83,7 +82,7 @@ void answer_request(void *store, const mts_request_t *request, mts_reply_t *repl
     const uint32_t opcode = request->is_cmi ? MTS_OPC_PM_GET_PORT_INFO : request->opcode;
     const bytes &payload =
         static_cast<answer_store *>(store)->find(opcode, ntoh_if_index(pm::load<uint32_t>(end_of_range)));
-    std::memcpy(mts_reply_payload(reply, static_cast<uint32_t>(payload.size())), payload.data(), payload.size());
+    mts_reply_lend_payload(reply, payload.data(), static_cast<uint32_t>(payload.size()));
 }
 
 }  // namespace
