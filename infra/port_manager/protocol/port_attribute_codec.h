@@ -13,7 +13,7 @@ namespace pm {
 // Room for the value of any element.
 using attribute_value = std::array<uint8_t, owner_text_size>;
 
-// Writes the four bytes of an attribute, each kind the reverse of how it is taken.
+// Writes an attribute into four zeroed bytes, each kind the reverse of how it is taken.
 inline void encode_attribute(const port_attribute &attribute, const pm_port_info_t &record, uint8_t *to) {
     const uint8_t *const member = reinterpret_cast<const uint8_t *>(&record) + attribute.member;
     switch (attribute.kind) {
@@ -38,7 +38,7 @@ inline void encode_attribute(const port_attribute &attribute, const pm_port_info
     }
 }
 
-// Writes the value of one element into zeroed `value` and returns the bytes of it that travel. `wire_if_index` is the
+// Writes the value of one element into `value` and returns the bytes of it that travel. `wire_if_index` is the
 // index as it starts the base record.
 inline std::span<const uint8_t> encode_attribute_value(const port_attribute &attribute, const pm_port_info_t &record,
                                                        uint32_t wire_if_index, attribute_value &value) {
@@ -47,6 +47,7 @@ inline std::span<const uint8_t> encode_attribute_value(const port_attribute &att
         return value;
     }
     store(value.data(), wire_if_index);
+    store(value.data() + attribute_offset, uint32_t{0});
     encode_attribute(attribute, record, value.data() + attribute_offset);
     return std::span(value).first(attribute_value_size);
 }

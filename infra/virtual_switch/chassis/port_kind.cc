@@ -103,7 +103,7 @@ attribute_set types(std::initializer_list<uint16_t> list) {
 }
 
 // In the order of port_kind.
-const std::array kinds{
+const std::array<port_kind_traits, port_kind_count> kinds{{
     port_kind_traits{"fc", types({4, 22, 30, 31, 32, 36, 37, 38, 39, 42, 43, 67, 68, 74, 78, 81, 82}), 8000,
                      port_mode::f, set_fc},
     port_kind_traits{"ethernet", types({23, 24, 30, 31, 43, 83, 84, 85, 98, 105, 106, 107, 108}), 10000,
@@ -121,7 +121,7 @@ const std::array kinds{
     port_kind_traits{"loopback", types({30}), 1000, port_mode::automatic, set_plain},
     port_kind_traits{"other", types({30}), 1000, port_mode::automatic, set_plain},
     port_kind_traits{"sub-interface", types({30, 83}), 0, port_mode::automatic, set_plain},
-};
+}};
 
 }  // namespace
 

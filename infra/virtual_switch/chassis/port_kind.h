@@ -25,6 +25,7 @@ enum class port_kind : uint8_t {
     other,
     sub_interface
 };
+inline constexpr size_t port_kind_count = 12;
 
 // Values of the record's members that the switch itself reads or writes.
 namespace port_state {

@@ -2,6 +2,7 @@
 #include "services/answer.h"
 
 #include <algorithm>
+#include <iterator>
 
 #include "platform/if_index.h"
 #include "platform_dev/mts_dev.h"
@@ -14,12 +15,28 @@
 namespace virtual_switch {
 namespace {
 
+using attribute_list = std::vector<pm::port_attribute>;
+
+// The attributes that ports of a kind send, in the order of their types.
+const attribute_list &attributes_of(port_kind kind) {
+    static const auto lists = [] {
+        std::array<attribute_list, port_kind_count> made;
+        for (size_t i = 0; i < made.size(); ++i) {
+            const attribute_set &sent = traits_of(static_cast<port_kind>(i)).attributes;
+            std::ranges::copy_if(pm::port_attributes, std::back_inserter(made[i]),
+                                 [&sent](const pm::port_attribute &attribute) { return sent.test(attribute.type); });
+        }
+        return made;
+    }();
+    return lists.at(static_cast<size_t>(kind));
+}
+
 bool add_elements(tlv_builder_t *elements, const port &of, bool with_owner) {
-    for (const pm::port_attribute &attribute : pm::port_attributes) {
-        if (!traits_of(of.kind).attributes.test(attribute.type)) continue;
+    const uint32_t wire_if_index = hton_if_index(of.info.if_index);
+    pm::attribute_value value;
+    for (const pm::port_attribute &attribute : attributes_of(of.kind)) {
         if (attribute.type == pm::owner_attribute && !with_owner) continue;
-        pm::attribute_value value{};
-        const auto bytes = pm::encode_attribute_value(attribute, of.info, hton_if_index(of.info.if_index), value);
+        const auto bytes = pm::encode_attribute_value(attribute, of.info, wire_if_index, value);
         if (tlv_builder_add(elements, attribute.type, bytes.data(), static_cast<uint16_t>(bytes.size())) != 0) {
             return false;
         }
@@ -57,26 +74,14 @@ pm_port_info_brief_t brief_of(const pm_port_info_t &info) {
     return brief;
 }
 
-// Which record stands for a port.
-using record_of = pm_port_info_t (*)(const port &of);
-
-pm_port_info_t reported(const port &of) { return of.info; }
-
-pm_port_info_t as_configured(const port &of) {
-    pm_port_info_t info = of.info;
-    info.bandwidth = of.configured.bandwidth;
-    return info;
-}
-
-void answer_records(mts_reply_t *reply, const port_list &ports, record_of record) {
+void answer_records(mts_reply_t *reply, const port_list &ports, auto encode_base_record) {
     const element_builder elements = build_elements(ports);
     if (elements == nullptr) return answer_status(reply, PM_ERR_FAILURE);
     const size_t elements_size = tlv_builder_size(elements.get());
     uint8_t *to = start_answer(reply, ports.size(), ports.size() * pm::base_record_size + elements_size);
     if (to == nullptr) return;
     for (const port *of : ports) {
-        const pm_port_info_t info = record(*of);
-        pm::encode_record<pm::base_record_fields>(&info, to, hton_if_index);
+        encode_base_record(*of, to);
         to += pm::base_record_size;
     }
     std::memcpy(to, tlv_builder_data(elements.get()), elements_size);
@@ -101,10 +106,18 @@ uint8_t *start_answer(mts_reply_t *reply, size_t records, size_t size) {
     return payload + pm::answer_header_size;
 }
 
-void answer_ports(mts_reply_t *reply, const port_list &ports) { answer_records(reply, ports, reported); }
+void answer_ports(mts_reply_t *reply, const port_list &ports) {
+    answer_records(reply, ports, [](const port &of, uint8_t *to) {
+        pm::encode_record<pm::base_record_fields>(&of.info, to, hton_if_index);
+    });
+}
 
 void answer_configured_ports(mts_reply_t *reply, const port_list &ports) {
-    answer_records(reply, ports, as_configured);
+    answer_records(reply, ports, [](const port &of, uint8_t *to) {
+        pm_port_info_t info = of.info;
+        info.bandwidth = of.configured.bandwidth;
+        pm::encode_record<pm::base_record_fields>(&info, to, hton_if_index);
+    });
 }
 
 void answer_ports_brief(mts_reply_t *reply, const port_list &ports) {
