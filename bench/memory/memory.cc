@@ -1,0 +1,138 @@
+// SPDX-License-Identifier: Apache-2.0
+// memory.cc: what the library costs a process: its file, its load, and the heap of a large query.
+#include <algorithm>
+#include <cstdlib>
+#include <cstring>
+#include <filesystem>
+
+#include "bench/decode/our_answer.h"
+#include "bench/memory/elf_file.h"
+#include "bench/memory/heap_meter.h"
+#include "bench/memory/library_files.h"
+#include "bench/memory/loads.h"
+#include "bench/support/child_process.h"
+#include "bench/support/temporary_runtime_dir.h"
+#include "platform_dev/mts_dev.h"
+#include "platform_dev/mts_service.h"
+#include "port_mgr/port_mgr_common.h"
+
+namespace {
+
+using bench::require;
+using bench::result;
+
+result count_of(std::string name, size_t count) { return {std::move(name), {static_cast<double>(count), 0}}; }
+
+// A copy without what debuggers need.
+class stripped_copy {
+  public:
+    explicit stripped_copy(const std::string &of) : path_("/tmp/bench-stripped-" + std::to_string(getpid())) {
+        require(std::system((STRIP " -o " + path_ + ' ' + of).c_str()) == 0, STRIP);
+    }
+    ~stripped_copy() { std::filesystem::remove(path_); }
+    stripped_copy(const stripped_copy &) = delete;
+    stripped_copy &operator=(const stripped_copy &) = delete;
+    [[nodiscard]] const std::string &path() const { return path_; }
+
+  private:
+    std::string path_;
+};
+
+// The two machines number these alike.
+static_assert(R_386_RELATIVE == R_X86_64_RELATIVE && R_386_GLOB_DAT == R_X86_64_GLOB_DAT &&
+              R_386_JMP_SLOT == R_X86_64_JUMP_SLOT && R_386_32 == R_X86_64_64);
+struct relocation_kind {
+    uint32_t type;
+    const char *name;
+};
+constexpr relocation_kind relocation_kinds[] = {
+    {R_386_RELATIVE, "relocations: of addresses in the library itself"},
+    {R_386_JMP_SLOT, "relocations: of functions that it calls, looked up by name"},
+    {R_386_GLOB_DAT, "relocations: of other things, looked up by name"},
+    {R_386_32, "relocations: of words in tables, looked up by name"},
+};
+
+std::vector<result> relocations_by_kind(const std::vector<bench::relocation> &all) {
+    std::vector<result> rows;
+    size_t named = 0;
+    for (const relocation_kind &kind : relocation_kinds) {
+        const auto count = static_cast<size_t>(std::ranges::count(all, kind.type, &bench::relocation::type));
+        rows.push_back(count_of(kind.name, count));
+        named += count;
+    }
+    rows.push_back(count_of("relocations: others", all.size() - named));
+    return rows;
+}
+
+void measure_file(bench::report &report) {
+    const stripped_copy stripped(bench::library_file(bench::our_library));
+    const bench::elf_file library(stripped.path());
+    const bench::elf_file empty(bench::library_file("libbench_empty.so"));
+    const auto relocations = library.relocations();
+    const auto writable = static_cast<size_t>(std::ranges::count_if(
+        relocations, [&](const auto &each) { return !library.is_read_only_when_loaded(each.address); }));
+    std::vector<result> rows = {count_of("size when stripped, bytes", library.size()),
+                                count_of("functions that run at a load", library.constructors()),
+                                count_of("the same in an empty object: the compiler's", empty.constructors())};
+    for (result &row : relocations_by_kind(relocations)) rows.push_back(std::move(row));
+    rows.push_back(count_of("relocated words that can be written to afterwards", writable));
+    report.list("the shared object", "", rows);
+
+    if (sizeof(void *) == 4) report.at_most("size when stripped, bytes", rows[0].took.median, 100'000);
+    report.at_most("static constructors", rows[1].took.median - rows[2].took.median, 0);
+    report.at_most("relocated words that can be written to afterwards", static_cast<double>(writable), 0);
+}
+
+constexpr uint32_t full_chassis = 528;
+
+mts_server_t *open_server(bench::our_answer &answer) {
+    const auto reply_with = [](void *context, const mts_request_t *, mts_reply_t *reply) {
+        const auto &of = *static_cast<bench::our_answer *>(context);
+        std::memcpy(mts_reply_payload(reply, static_cast<uint32_t>(of.size())), of.payload().data(), of.size());
+    };
+    mts_server_t *const server = mts_server_create();
+    require(server != nullptr, "mts_server_create");
+    require(mts_server_add_service(server, PM_NODE_SUPERVISOR, PM_SAP_PORT_MANAGER, reply_with, &answer) == 0,
+            "mts_server_add_service");
+    return server;
+}
+
+bench::heap_use use_of_query(mts_handle_t handle) {
+    mts_msg_t answer;
+    uint32_t count = 0;
+    pm_port_info_t *records = nullptr;
+    bench::start_heap_meter();
+    require(pm_get_port_info_range(handle, 0, UINT32_MAX, &answer) == 0, "pm_get_port_info_range");
+    require(pm_parse_get_port_info(&answer, &count, &records) == 0 && count == full_chassis, "pm_parse_get_port_info");
+    require(mts_drop(handle, &answer) == 0, "mts_drop");
+    std::free(records);
+    return bench::read_heap_meter();
+}
+
+void measure_heap(bench::report &report) {
+    const bench::temporary_runtime_dir directory;
+    bench::our_answer answer(bench::make_ports(full_chassis));
+    mts_server_t *const server = open_server(answer);  // before the fork, so that it can be reached from here on
+    const bench::child_process serving([server] { mts_server_run(server); });
+    const mts_handle_t handle = mts_dev_open();
+    use_of_query(handle);  // what is taken once for a handle is no part of a query
+    const bench::heap_use use = use_of_query(handle);
+    report.list("heap of a query of 528 ports with 12 elements each", "",
+                {count_of("bytes at most at one time", use.bytes_at_most),
+                 count_of("of these: records", full_chassis * sizeof(pm_port_info_t)),
+                 count_of("of these: payload of the answer", answer.size()), count_of("blocks taken", use.blocks)});
+    mts_dev_close(handle);
+    mts_server_destroy(server);
+}
+
+}  // namespace
+
+int main(int argc, char **argv) {
+    bench::report report(argc, argv, "memory");
+    measure_file(report);
+    bench::measure_load_time(report);
+    bench::measure_resident_size(report);
+    measure_heap(report);
+    report.write();
+    return 0;
+}
