@@ -28,7 +28,7 @@ struct value_kind_row {
 };
 
 // A number that stands in no row has no kind.
-inline constexpr std::array config_value_kinds{
+inline constexpr auto config_value_kinds = std::to_array({
     value_kind_row{value_kind::byte, 1, {1, 4, 5, 11, 12, 13, 17, 22, 34, 35, 42, 44, 48}, {59, 71, 72, 84, 85}},
     value_kind_row{value_kind::short_number, 2, {7, 15, 52}, {56, 57, 58}},
     value_kind_row{value_kind::word,
@@ -38,7 +38,7 @@ inline constexpr std::array config_value_kinds{
     value_kind_row{value_kind::raw_word, 4, {}, {18, 19, 20, 47, 55}},
     value_kind_row{value_kind::raw_pair, 8, {9}, {30}},
     value_kind_row{value_kind::text, PM_CFG_VALUE_SIZE, {6, 83}, {}},
-};
+});
 
 // How an attribute is written.
 constexpr value_kind written_kind(uint8_t attribute) {

@@ -17,12 +17,12 @@ struct interface_owner {
 };
 
 // Every other type is the port manager's. So are port channels, unless they are Ethernet channels.
-inline constexpr std::array interface_owners{
+inline constexpr auto interface_owners = std::to_array({
     interface_owner{IF_TYPE_ETHERNET, PM_SAP_ETHERNET},
     interface_owner{IF_TYPE_MGMT, PM_SAP_MGMT},
     interface_owner{IF_TYPE_LOOPBACK, PM_SAP_ETHERNET_CHANNEL},
     interface_owner{IF_TYPE_ETHERNET_SFP, PM_SAP_ETHERNET_CHANNEL},
-};
+});
 
 constexpr bool is_port_channel_type(uint8_t type) { return type == IF_TYPE_PORT_CHANNEL || type == IF_TYPE_BUNDLE; }
 

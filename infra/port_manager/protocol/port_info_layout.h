@@ -20,7 +20,7 @@ inline constexpr size_t base_record_size = 189;
 
 #define PM_FIELD(wire, member, ...) \
     record_field { wire, offsetof(pm_port_info_t, member), field_kind::__VA_ARGS__ }
-inline constexpr std::array base_record_fields{
+inline constexpr auto base_record_fields = std::to_array({
     PM_FIELD(0, if_index, if_index),
     PM_FIELD(4, admin_mode, u32),
     PM_FIELD(8, description, bytes, 81),
@@ -48,20 +48,30 @@ inline constexpr std::array base_record_fields{
     PM_FIELD(161, down_on_link_failure, u32),
     PM_FIELD(165, parent_if_index, if_index),
     PM_FIELD(169, link_error_count, u32, 5),
-};
+});
 #undef PM_FIELD
 
 inline constexpr size_t brief_record_size = 51;
 
 #define PM_FIELD(wire, member, ...) \
     record_field { wire, offsetof(pm_port_info_brief_t, member), field_kind::__VA_ARGS__ }
-inline constexpr std::array brief_record_fields{
-    PM_FIELD(0, if_index, if_index),      PM_FIELD(4, admin_mode, u32),      PM_FIELD(8, oper_mode, u32),
-    PM_FIELD(12, port_vsan, u16),         PM_FIELD(14, oper_state, bytes),   PM_FIELD(15, fcid, bytes, 4),
-    PM_FIELD(19, ip_address, bytes, 4),   PM_FIELD(27, oper_speed, u32),     PM_FIELD(31, mtu, u32),
-    PM_FIELD(35, bandwidth, u32),         PM_FIELD(39, state_reason, bytes), PM_FIELD(40, admin_trunk_mode, bytes),
-    PM_FIELD(41, oper_trunk_mode, bytes), PM_FIELD(43, service_state, u32),  PM_FIELD(47, parent_if_index, if_index),
-};
+inline constexpr auto brief_record_fields = std::to_array({
+    PM_FIELD(0, if_index, if_index),
+    PM_FIELD(4, admin_mode, u32),
+    PM_FIELD(8, oper_mode, u32),
+    PM_FIELD(12, port_vsan, u16),
+    PM_FIELD(14, oper_state, bytes),
+    PM_FIELD(15, fcid, bytes, 4),
+    PM_FIELD(19, ip_address, bytes, 4),
+    PM_FIELD(27, oper_speed, u32),
+    PM_FIELD(31, mtu, u32),
+    PM_FIELD(35, bandwidth, u32),
+    PM_FIELD(39, state_reason, bytes),
+    PM_FIELD(40, admin_trunk_mode, bytes),
+    PM_FIELD(41, oper_trunk_mode, bytes),
+    PM_FIELD(43, service_state, u32),
+    PM_FIELD(47, parent_if_index, if_index),
+});
 #undef PM_FIELD
 
 // The value of an attribute element: the interface index that it belongs to, as at the start of the base record, and
@@ -94,7 +104,7 @@ struct port_attribute {
 
 #define PM_ATTRIBUTE(type, kind, member) \
     port_attribute { type, attribute_kind::kind, offsetof(pm_port_info_t, member) }
-inline constexpr std::array port_attributes{
+inline constexpr auto port_attributes = std::to_array({
     PM_ATTRIBUTE(4, number_to_8, rate_mode),
     PM_ATTRIBUTE(22, number, bb_credit[4]),
     PM_ATTRIBUTE(23, number, auto_neg),
@@ -134,7 +144,7 @@ inline constexpr std::array port_attributes{
     PM_ATTRIBUTE(107, number, tlv_107),
     PM_ATTRIBUTE(108, number, tlv_108),
     PM_ATTRIBUTE(owner_attribute, text, owner),
-};
+});
 #undef PM_ATTRIBUTE
 
 // The member that a number_to_16_and_held element stores the held number in.

@@ -20,9 +20,9 @@ inline constexpr size_t fcot_message_header_size = 112;
 // A record has the same offsets in memory as on the wire, and bytes that no table names travel as they are.
 #define PM_FIELD(member, ...) \
     record_field { offsetof(pm_fcot_info_t, member), offsetof(pm_fcot_info_t, member), field_kind::__VA_ARGS__ }
-inline constexpr std::array fcot_fields{PM_FIELD(if_index, if_index), PM_FIELD(attributes, u32)};
-inline constexpr std::array fcot_fields_a{PM_FIELD(value_a, u32, 2)};
-inline constexpr std::array fcot_fields_b{PM_FIELD(value_b, u32, 2)};
+inline constexpr auto fcot_fields = std::to_array({PM_FIELD(if_index, if_index), PM_FIELD(attributes, u32)});
+inline constexpr auto fcot_fields_a = std::to_array({PM_FIELD(value_a, u32, 2)});
+inline constexpr auto fcot_fields_b = std::to_array({PM_FIELD(value_b, u32, 2)});
 #undef PM_FIELD
 
 }  // namespace pm

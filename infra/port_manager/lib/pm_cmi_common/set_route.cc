@@ -29,7 +29,7 @@ struct channel_attribute_owner {
     uint32_t of_channel;
     uint32_t of_sub_interface;
 };
-constexpr std::array channel_attribute_owners{
+constexpr auto channel_attribute_owners = std::to_array({
     channel_attribute_owner{PM_ATTR_ADMIN_STATE, PM_SAP_PORT_MANAGER, PM_SAP_ETHERNET_CHANNEL},
     channel_attribute_owner{PM_ATTR_TRUNK_MODE, PM_SAP_PORT_MANAGER, PM_SAP_PORT_MANAGER},
     channel_attribute_owner{PM_ATTR_DOWN_ON_LINK_FAILURE, PM_SAP_PORT_MANAGER, PM_SAP_PORT_MANAGER},
@@ -40,7 +40,7 @@ constexpr std::array channel_attribute_owners{
     channel_attribute_owner{61, PM_SAP_ETHERNET_CHANNEL, PM_SAP_ETHERNET_CHANNEL},
     channel_attribute_owner{62, PM_SAP_ETHERNET_CHANNEL, PM_SAP_ETHERNET_CHANNEL},
     channel_attribute_owner{67, PM_SAP_ETHERNET_CHANNEL, PM_SAP_ETHERNET_CHANNEL},
-};
+});
 
 // 0 when it cannot be read.
 uint32_t chassis_type() {
