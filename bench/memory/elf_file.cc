@@ -56,6 +56,13 @@ size_t elf_file::constructors() const {
     return size / sizeof(void *);
 }
 
+size_t elf_file::writable_data() const {
+    size_t size = 0;
+    for (const auto &section : sections(SHT_PROGBITS))
+        if ((section.sh_flags & SHF_WRITE) != 0 && !is_read_only_when_loaded(section.sh_addr)) size += section.sh_size;
+    return size;
+}
+
 bool elf_file::is_read_only_when_loaded(ElfW(Addr) address) const {
     const auto &header = *at<ElfW(Ehdr)>(0);
     for (size_t i = 0; i < header.e_phnum; ++i) {

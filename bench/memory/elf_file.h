@@ -23,6 +23,8 @@ class elf_file {
     [[nodiscard]] std::vector<relocation> relocations() const;
     // Functions that run at a load.
     [[nodiscard]] size_t constructors() const;
+    // Bytes of .data.
+    [[nodiscard]] size_t writable_data() const;
     // Whether the loader takes the right to write there away after it has relocated the file.
     [[nodiscard]] bool is_read_only_when_loaded(ElfW(Addr) address) const;
 

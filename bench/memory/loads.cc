@@ -57,7 +57,7 @@ void measure_load_time(report &report) {
         {"an empty object that needs libc, these loaded before", library_file("libbench_empty.so") + platform()},
         {"the same in a program without other libraries", library_file("libbench_empty.so")},
         {"an empty object that needs libstdc++, in such a program", library_file("libbench_empty_cxx.so")}};
-    constexpr int rounds = 41;
+    constexpr int rounds = 201;
     for (int i = 0; i < rounds; ++i)
         for (load &each : loads) each.samples.push_back(std::stod(run_loader("time " + each.arguments)));
     std::vector<result> rows;
