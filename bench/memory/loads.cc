@@ -44,19 +44,22 @@ void report_resident_size(report &report, const char *title, const char *word) {
     const auto row = [word](const char *name, const std::string &libraries) {
         return result{name, {kilobytes_of(run_loader("resident" + libraries), word), 0}};
     };
+    const stripped_copy ours(our_library);
     report.list(title, "kB",
                 {row("a program in C", ""), row("with the platform's libraries", platform()),
-                 row("with this library, too", platform() + ' ' + library_file(our_library))});
+                 row("with this library, too", platform() + ' ' + ours.path())});
 }
 
 }  // namespace
 
 void measure_load_time(report &report) {
-    load loads[] = {
-        {"our library, its platform's libraries loaded before", library_file(our_library) + platform()},
-        {"an empty object that needs libc, these loaded before", library_file("libbench_empty.so") + platform()},
-        {"the same in a program without other libraries", library_file("libbench_empty.so")},
-        {"an empty object that needs libstdc++, in such a program", library_file("libbench_empty_cxx.so")}};
+    const stripped_copy ours(our_library);
+    const stripped_copy empty("libbench_empty.so");
+    const stripped_copy empty_cxx("libbench_empty_cxx.so");
+    load loads[] = {{"our library, its platform's libraries loaded before", ours.path() + platform()},
+                    {"an empty object that needs libc, these loaded before", empty.path() + platform()},
+                    {"the same in a program without other libraries", empty.path()},
+                    {"an empty object that needs libstdc++, in such a program", empty_cxx.path()}};
     constexpr int rounds = 201;
     for (int i = 0; i < rounds; ++i)
         for (load &each : loads) each.samples.push_back(std::stod(run_loader("time " + each.arguments)));
@@ -68,7 +71,7 @@ void measure_load_time(report &report) {
 
 void measure_resident_size(report &report) {
     report_resident_size(report, "resident", "Rss:");
-    report_resident_size(report, "resident, written to", "Private_Dirty:");
+    report_resident_size(report, "resident, of its own", "Anonymous:");
 }
 
 }  // namespace bench

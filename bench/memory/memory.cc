@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <cstdlib>
 #include <cstring>
-#include <filesystem>
 
 #include "bench/decode/our_answer.h"
 #include "bench/memory/elf_file.h"
@@ -22,21 +21,6 @@ using bench::require;
 using bench::result;
 
 result count_of(std::string name, size_t count) { return {std::move(name), {static_cast<double>(count), 0}}; }
-
-// A copy without what debuggers need.
-class stripped_copy {
-  public:
-    explicit stripped_copy(const std::string &of) : path_("/tmp/bench-stripped-" + std::to_string(getpid())) {
-        require(std::system((STRIP " -o " + path_ + ' ' + of).c_str()) == 0, STRIP);
-    }
-    ~stripped_copy() { std::filesystem::remove(path_); }
-    stripped_copy(const stripped_copy &) = delete;
-    stripped_copy &operator=(const stripped_copy &) = delete;
-    [[nodiscard]] const std::string &path() const { return path_; }
-
-  private:
-    std::string path_;
-};
 
 // The two machines number these alike.
 static_assert(R_386_RELATIVE == R_X86_64_RELATIVE && R_386_GLOB_DAT == R_X86_64_GLOB_DAT &&
@@ -72,7 +56,7 @@ size_t writable_addresses(const bench::elf_file &file) {
 }
 
 void measure_file(bench::report &report) {
-    const stripped_copy stripped(bench::library_file(bench::our_library));
+    const bench::stripped_copy stripped(bench::our_library);
     const bench::elf_file library(stripped.path());
     const bench::elf_file empty(bench::library_file("libbench_empty.so"));
     const size_t constructors = library.constructors() - empty.constructors();
