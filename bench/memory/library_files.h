@@ -20,8 +20,8 @@ inline constexpr const char *platform_libraries[] = {"libmts.so",    "libpcm.so"
 
 inline std::string library_file(const char *name) { return std::string(LIBRARY_DIRECTORY) + '/' + name; }
 
-// A copy without what debuggers need, as it is installed. Like an installed file it is in memory because it was read from
-// the disk, not because it has just been written.
+// A copy without what debuggers need, as it is installed. Like an installed file it is in memory because it was read
+// from the disk, not because it has just been written.
 class stripped_copy {
   public:
     explicit stripped_copy(const char *name) : path_("/tmp/bench-" + std::to_string(getpid()) + '-' + name) {
