@@ -36,7 +36,9 @@ inline uint32_t type_and_length(uint16_t type, uint16_t length) { return uint32_
 
 // What no builder makes is no element; zeros are none.
 inline bool is_tlv_element(uint32_t type_and_length) {
-    return (type_and_length & UINT16_MAX) <= TLV_MAX_VALUE_SIZE && type_and_length != 0;
+    if (type_and_length == 0) [[unlikely]]
+        return false;
+    return (type_and_length & UINT16_MAX) <= TLV_MAX_VALUE_SIZE;
 }
 
 // The bytes behind an element's header: its value and, in the aligned form, the zeros behind it.

@@ -35,10 +35,10 @@ void pm_parse_port_info_base(const uint8_t *base_record, pm_port_info_t *record)
     pm::decode_record<pm::base_record_fields>(base_record, record, ntoh_if_index);
 }
 
-// The comparison is of wire forms: both start with the port's index as the service sent it.
-bool belongs_to(const uint8_t *base_record, const element &found) {
+// The comparison is of wire forms: values start, as base records do, with the port's index as the service sent it.
+bool belongs_to(uint32_t wire_if_index, const element &found) {
     if (found.type == pm::owner_attribute) return found.length == pm::owner_text_size;
-    return pm::load<uint32_t>(found.value) == pm::load<uint32_t>(base_record);
+    return pm::load<uint32_t>(found.value) == wire_if_index;
 }
 
 void report_unknown(const element &found, if_index_t if_index) {
@@ -86,6 +86,7 @@ void store_attribute(const element &found, pm_port_info_t *record, uint32_t &hel
 
 // An element that cannot be read does not end the walk: the one before it is looked at again.
 void store_attributes(const uint8_t *base_record, const void *tlv_array, pm_port_info_t *record) {
+    const auto wire_if_index = pm::load<uint32_t>(base_record);
     element found;
     uint32_t position = 0;
     uint32_t held = 0;
@@ -95,7 +96,7 @@ void store_attributes(const uint8_t *base_record, const void *tlv_array, pm_port
         if (error != 0) {
             std::printf("%s: Error 0x%x in tlv_array_get_next_tlv()\n", "pm_parse_port_info", error);
         }
-        if (found.value == nullptr || !belongs_to(base_record, found)) continue;
+        if (found.value == nullptr || !belongs_to(wire_if_index, found)) continue;
         store_attribute(found, record, held);
     }
 }
