@@ -25,6 +25,7 @@
 #include "bench/support/measure.h"
 #include "bench/support/shared_object.h"
 #include "bench/support/temporary_runtime_dir.h"
+#include "bench/support/virtual_switch.h"
 #include "platform_dev/mts_dev.h"
 #include "tests/integration/faults/exchange_calls.h"
 
@@ -115,23 +116,6 @@ void ask_until_told(board &all, size_t number) {
     mts_dev_close(handle);
 }
 
-// Starts the virtual switch and waits until it says that it is ready.
-child_process start_switch() {
-    std::array<int, 2> ends{};
-    require(pipe(ends.data()) == 0, "pipe");
-    child_process daemon([&ends] {
-        dup2(ends[1], STDOUT_FILENO);
-        close(ends[0]);
-        close(ends[1]);
-        execl(PM_VIRTUAL_SWITCH, PM_VIRTUAL_SWITCH, CHASSIS, nullptr);
-    });
-    close(ends[1]);
-    char ready = 0;
-    require(read(ends[0], &ready, 1) == 1, PM_VIRTUAL_SWITCH);
-    close(ends[0]);
-    return daemon;
-}
-
 struct verdict {
     const char *who;
     long allowed_kilobytes;
@@ -196,7 +180,7 @@ int soak(unsigned seconds) {
     const bench::temporary_runtime_dir directory;
     const bench::shared_object<board> shared;
     board &all = *shared;
-    const child_process daemon = start_switch();
+    const child_process daemon = bench::start_virtual_switch(PM_VIRTUAL_SWITCH, CHASSIS);
     std::vector<child_process> clients;
     const auto start = clock_type::now();
     for (size_t i = 0; i < client_count; ++i) clients.emplace_back([&all, i] { ask_until_told(all, i); });
