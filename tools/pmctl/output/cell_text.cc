@@ -33,9 +33,11 @@ const char *look_of(const cell &from) {
 size_t mark_width(const cell &from, const terminal &on) { return mark_of(from, on).size(); }
 
 cell_text cell_text_of(const cell &from, size_t width, const terminal &on) {
-    const std::string text = shortened(from.text, width).append(mark_of(from, on));
+    std::string text = shortened(from.text, width).append(mark_of(from, on));
+    const size_t shown_width = text_width(text);
     const std::string_view look = on.colour && !text.empty() ? look_of(from) : "";
-    return {look.empty() ? text : fmt::format("\033[{}m{}\033[0m", look, text), text_width(text)};
+    if (!look.empty()) text = fmt::format("\033[{}m{}\033[0m", look, text);
+    return {std::move(text), shown_width};
 }
 
 }  // namespace pmctl

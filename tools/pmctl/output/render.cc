@@ -32,30 +32,29 @@ void widen(column_widths &widths, const row &cells, const terminal &on) {
 }
 
 // Nothing is filled up after the last text; blanks at its own end are content.
-std::string line_of(const row &cells, const column_widths &widths, size_t indented, const terminal &on) {
-    std::string line;
+void append_line(std::string &text, const row &cells, const column_widths &widths, size_t indented,
+                 const terminal &on) {
     size_t blanks = indented;
     for (size_t column = 0; column < cells.size(); ++column) {
         const size_t room = widths[column] - room_for_mark(cells[column], column, widths, on);
         const cell_text shown = cell_text_of(cells[column], room, on);
         if (shown.width > 0) {
-            line.append(blanks, ' ').append(shown.text);
+            text.append(blanks, ' ').append(shown.text);
             blanks = 0;
         }
         blanks += widths[column] + column_gap - shown.width;
     }
-    return line + "\n";
+    text += '\n';
 }
 
-std::string table_lines(const sheet &table, const terminal &on) {
+void append_table(std::string &text, const sheet &table, const terminal &on) {
     const row header = header_row(table);
     column_widths widths;
     widen(widths, header, on);
     for (const row &each : table.rows) widen(widths, each, on);
     widths = fitted_widths(widths, on.width);
-    std::string lines = line_of(header, widths, 0, on);
-    for (const row &each : table.rows) lines += line_of(each, widths, 0, on);
-    return lines;
+    append_line(text, header, widths, 0, on);
+    for (const row &each : table.rows) append_line(text, each, widths, 0, on);
 }
 
 column_widths list_widths(const view &shown, const terminal &on) {
@@ -66,19 +65,17 @@ column_widths list_widths(const view &shown, const terminal &on) {
     return widths;
 }
 
-std::string list_lines(const sheet &list, const column_widths &widths, const terminal &on) {
-    std::string lines;
+void append_list(std::string &text, const sheet &list, const column_widths &widths, const terminal &on) {
     const size_t outside = list.title.empty() ? 0 : indent;
     size_t indented = outside;
     for (const row &each : list.rows) {
         if (is_heading(list, each)) {
-            lines += std::string(outside, ' ') + each[0].text + "\n";
+            text.append(outside, ' ').append(each[0].text) += '\n';
             indented = outside + indent;
         } else {
-            lines += line_of(each, widths, indented, on);
+            append_line(text, each, widths, indented, on);
         }
     }
-    return lines;
 }
 
 }  // namespace
@@ -90,9 +87,13 @@ std::string render(const view &shown, const terminal &on) {
         if (each.rows.empty()) continue;
         if (!text.empty()) text += "\n";
         if (!each.title.empty()) text += each.title + "\n";
-        text += each.header.empty() ? list_lines(each, of_lists, on) : table_lines(each, on);
+        if (each.header.empty())
+            append_list(text, each, of_lists, on);
+        else
+            append_table(text, each, on);
     }
-    return text + shown.text;
+    text += shown.text;
+    return text;
 }
 
 }  // namespace pmctl

@@ -30,6 +30,9 @@ bool is_in(const character_range (&ranges)[count], char32_t character) {
 
 constexpr std::string_view sequence_begin = "\033[";
 
+// Characters of one byte and one column, of which most texts are made.
+bool is_ascii(char character) { return character >= ' ' && character <= '~'; }
+
 bool continues(char byte) { return (static_cast<uint8_t>(byte) & 0xc0) == 0x80; }
 
 // The bytes of the first character: a byte and those that continue it, or a sequence up to its final 'm'.
@@ -58,6 +61,7 @@ size_t character_width(std::string_view character) {
 }  // namespace
 
 size_t text_width(std::string_view text) {
+    if (std::all_of(text.begin(), text.end(), is_ascii)) return text.size();
     size_t width = 0;
     while (!text.empty()) {
         const std::string_view next = text.substr(0, first_length(text));
