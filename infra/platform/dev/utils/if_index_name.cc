@@ -3,8 +3,8 @@
 //
 // A kind without a word is called if<type>-, and an index that no layout explains if<type>-0x<the other 24 bits>,
 // so that every index has a name of its own.
+#include <algorithm>
 #include <charconv>
-#include <cstdio>
 #include <string_view>
 
 #include "if_index_kinds.h"
@@ -19,29 +19,49 @@ constexpr bit_field raw_field = {0, 24};
 // Slots and the ports in them count from 1 in names.
 uint32_t name_base(const index_layout &layout) { return layout.unit_is == unit_kind::slot ? 1 : 0; }
 
-// Builds a name in a caller's buffer.
+// Builds a name in a caller's buffer, which has room for every name.
 class name_writer {
   public:
-    explicit name_writer(char *text) : text_(text) {}
+    explicit name_writer(char *text) : begin_(text), end_(text) {}
 
-    template <typename... Args>
-    void add(const char *format, Args... args) {
-        length_ += snprintf(text_ + length_, name_room - static_cast<size_t>(length_), format, args...);
+    void add(std::string_view text) { end_ = std::copy(text.begin(), text.end(), end_); }
+    void add(uint32_t number, int base = 10) { end_ = std::to_chars(end_, begin_ + name_room, number, base).ptr; }
+
+    // Ends the name. Returns its length.
+    [[nodiscard]] int32_t finish() {
+        *end_ = '\0';
+        return static_cast<int32_t>(end_ - begin_);
     }
 
-    [[nodiscard]] int32_t length() const { return length_; }
-
   private:
-    char *text_;
-    int length_ = 0;
+    char *begin_;
+    char *end_;
 };
 
 void add_numbers(name_writer &writer, const index_layout &layout, if_index_t index) {
     const uint32_t unit = layout.unit.get(index);
     const uint32_t base = name_base(layout);
-    if (layout.unit_is == unit_kind::slot || unit != 0) writer.add("%u/", unit + base);
-    writer.add("%u", layout.number.get(index) + base);
-    if (const uint32_t sub_intf = layout.sub_intf.get(index); sub_intf != 0) writer.add(".%u", sub_intf);
+    if (layout.unit_is == unit_kind::slot || unit != 0) {
+        writer.add(unit + base);
+        writer.add("/");
+    }
+    writer.add(layout.number.get(index) + base);
+    if (const uint32_t sub_intf = layout.sub_intf.get(index); sub_intf != 0) {
+        writer.add(".");
+        writer.add(sub_intf);
+    }
+}
+
+// Instead of a word.
+void add_type(name_writer &writer, uint32_t type) {
+    writer.add(unnamed_word);
+    writer.add(type);
+    writer.add("-");
+}
+
+void add_raw(name_writer &writer, uint32_t bits) {
+    writer.add("0x");
+    writer.add(bits, 16);
 }
 
 // Takes a name apart from left to right.
@@ -145,18 +165,17 @@ using namespace platform_dev;
 
 int32_t sprintf_if_index(char *text, if_index_t index) {
     name_writer writer(text);
-    const uint32_t type = type_field.get(index);
     const interface_kind *kind = kind_of(index);
-    if (kind == nullptr || (raw_field.get(index) & ~kind->layout.mask()) != 0) {
-        writer.add("if%u-0x%x", type, raw_field.get(index));
-        return writer.length();
-    }
-    if (kind->name.empty())
-        writer.add("if%u-", type);
+    const bool is_raw = kind == nullptr || (raw_field.get(index) & ~kind->layout.mask()) != 0;
+    if (is_raw || kind->name.empty())
+        add_type(writer, type_field.get(index));
     else
-        writer.add("%.*s", static_cast<int>(kind->name.size()), kind->name.data());
-    add_numbers(writer, kind->layout, index);
-    return writer.length();
+        writer.add(kind->name);
+    if (is_raw)
+        add_raw(writer, raw_field.get(index));
+    else
+        add_numbers(writer, kind->layout, index);
+    return writer.finish();
 }
 
 int32_t if_index_from_name(const char *name, if_index_t *out) {
