@@ -21,6 +21,7 @@
 #include "protocol/line_card_node.h"
 #include "service_notifier.h"
 #include "services/channel_member_service.h"
+#include "services/guarded_service.h"
 #include "services/line_card_services.h"
 #include "services/module_resource_service.h"
 
@@ -105,9 +106,10 @@ void switch_daemon::take_signals() {
 }
 
 void switch_daemon::add_services() {
-    for (const uint32_t sap : port_service_saps) add_service(MTS_NODE_SUPERVISOR, sap, port_service, &port_services_);
-    add_service(MTS_NODE_SUPERVISOR, PM_SAP_CHANNEL_MEMBER, channel_member_service, &state_);
-    add_service(MTS_NODE_SUPERVISOR, PM_SAP_MODULE_RESOURCE, supervisor_resource_service, &state_);
+    for (const uint32_t sap : port_service_saps)
+        add_service(MTS_NODE_SUPERVISOR, sap, guarded<port_service>, &port_services_);
+    add_service(MTS_NODE_SUPERVISOR, PM_SAP_CHANNEL_MEMBER, guarded<channel_member_service>, &state_);
+    add_service(MTS_NODE_SUPERVISOR, PM_SAP_MODULE_RESOURCE, guarded<supervisor_resource_service>, &state_);
     add_line_cards(state_.model());
 }
 

@@ -3,6 +3,7 @@
 
 #include "port_mgr/opcodes.h"
 #include "services/ethernet_stats_service.h"
+#include "services/guarded_service.h"
 #include "services/module_resource_service.h"
 #include "services/sfp_diagnostics_service.h"
 
@@ -10,9 +11,9 @@ namespace virtual_switch {
 namespace {
 
 constexpr line_card_service services[] = {
-    {PM_SAP_SFP_DIAGNOSTICS, sfp_diagnostics_service},
-    {PM_SAP_MODULE_RESOURCE, line_card_resource_service},
-    {PM_SAP_ETHERNET_STATS, ethernet_stats_service},
+    {PM_SAP_SFP_DIAGNOSTICS, guarded<sfp_diagnostics_service>},
+    {PM_SAP_MODULE_RESOURCE, guarded<line_card_resource_service>},
+    {PM_SAP_ETHERNET_STATS, guarded<ethernet_stats_service>},
 };
 
 }  // namespace

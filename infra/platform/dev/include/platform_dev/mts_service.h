@@ -46,11 +46,11 @@ void mts_reply_lend_payload(mts_reply_t *reply, const void *payload, uint32_t si
 /* Makes cmi_req_resp return `status` (nonzero) to the client. For a message, the answer has no payload. */
 void mts_reply_fail(mts_reply_t *reply, uint32_t status);
 
-/* Handles one request. `context` is what mts_server_add_service was given. A service in C++ that lets std::bad_alloc
- * out ends the connection of the client that asked, and no more. */
+/* Handles one request. `context` is what mts_server_add_service was given. No exception may leave it: the transport has
+ * a C++ run-time library of its own. */
 typedef void (*mts_service_t)(void *context, const mts_request_t *request, mts_reply_t *reply);
 
-/* Called from the loop when `fd` can be read. */
+/* Called from the loop when `fd` can be read. No exception may leave it. */
 typedef void (*mts_fd_handler_t)(void *context, int fd);
 
 /* Makes a server without services in the run-time directory, which must be the caller's own. Its clients are processes
