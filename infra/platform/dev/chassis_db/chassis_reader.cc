@@ -7,6 +7,7 @@
 #include <span>
 
 #include "chassis_db/chassis_mapping.h"
+#include "chassis_db/process_lock.h"
 #include "chassis_db/sequence_lock.h"
 
 namespace platform_dev {
@@ -16,7 +17,7 @@ namespace {
 // other threads may still be looking things up.
 union process_mapping {
     struct state {
-        std::shared_mutex mutex;
+        process_lock mutex;
         chassis_mapping mapping;
     } shared;
 
@@ -28,7 +29,7 @@ constinit process_mapping process;
 
 // A shared object that is unloaded, which some are after each look-up, leaves no mapping and no descriptor behind.
 [[gnu::destructor]] void close_mapping() {
-    const std::unique_lock lock(process.shared.mutex);
+    const std::lock_guard lock(process.shared.mutex);
     process.shared.mapping.close();
 }
 
@@ -49,7 +50,7 @@ auto read_content(Read read) -> decltype(read(std::declval<const chassis_content
         const std::shared_lock lock(mutex);
         if (mapping.is_live()) return read_image(mapping.image(), read);
     }
-    const std::unique_lock lock(mutex);
+    const std::lock_guard lock(mutex);
     if (!mapping.is_live() && !mapping.open()) return std::nullopt;
     return read_image(mapping.image(), read);
 }
