@@ -70,9 +70,10 @@ class contest {
         contenders_.push_back({std::move(name), units, [kept](uint64_t times) { return seconds_for(times, *kept); }});
     }
 
-    // Returns nanoseconds a unit, in the order in which the contenders were added.
-    [[nodiscard]] std::vector<result> run(int rounds = 21) {
-        for (contender &each : contenders_) each.calls = calls_in_a_batch(each);
+    // Returns nanoseconds a unit, in the order in which the contenders were added. A turn is as many calls as last
+    // `turn_seconds`; with 0 it is one, so that all find the caches equally cold.
+    [[nodiscard]] std::vector<result> run(int rounds = 21, double turn_seconds = 0.005) {
+        for (contender &each : contenders_) each.calls = calls_in_a_turn(each, turn_seconds);
         for (int i = 0; i < rounds; ++i) {
             for (contender &each : contenders_) {
                 const double seconds = each.seconds_for(each.calls);
@@ -93,11 +94,9 @@ class contest {
         std::vector<double> samples{};
     };
 
-    // How many calls last long enough for the clock.
-    static uint64_t calls_in_a_batch(const contender &of) {
-        constexpr double long_enough = 0.005;
+    static uint64_t calls_in_a_turn(const contender &of, double turn_seconds) {
         uint64_t times = 1;
-        while (of.seconds_for(times) < long_enough) times *= 2;
+        while (of.seconds_for(times) < turn_seconds) times *= 2;
         return times;
     }
 
