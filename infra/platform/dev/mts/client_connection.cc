@@ -2,7 +2,6 @@
 #include "mts/client_connection.h"
 
 #include <fcntl.h>
-#include <sched.h>
 #include <sys/socket.h>
 #include <sys/time.h>
 
@@ -58,16 +57,11 @@ int client_connection::receive(uint32_t seconds, packet_buffers &buffers, receiv
     return error;
 }
 
-// A service on the same core answers while this thread lets it run. Then nobody sleeps and has to be woken, which costs
-// more than a yield and a look in vain.
 int client_connection::receive_answer(uint32_t seconds, packet_buffers &buffers, received_frame &frame) {
-    if (seconds > 0) sched_yield();
-    int error = platform_dev::receive(socket_.get(), MSG_DONTWAIT, stays_in_buffer::large, buffers, frame);
-    if (error == EAGAIN && seconds > 0) {
-        error = limit_wait(seconds);
-        if (error == 0) error = platform_dev::receive(socket_.get(), 0, stays_in_buffer::large, buffers, frame);
-    }
-    if (error != 0) return error;
+    if (const int error = limit_wait(seconds)) return error;
+    const int flags = seconds == 0 ? MSG_DONTWAIT : 0;
+    if (const int error = platform_dev::receive(socket_.get(), flags, stays_in_buffer::large, buffers, frame))
+        return error;
     return is_answer(frame.header) ? 0 : EPROTO;
 }
 
