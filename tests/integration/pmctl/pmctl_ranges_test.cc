@@ -25,6 +25,20 @@ TEST_F(pmctl_ranges, shows_the_pages_of_a_range_as_one_answer) {
     EXPECT_EQ(names_of_range("po1-1023"), names_of(client_.range("port-channel1", "port-channel1023").records));
 }
 
+TEST_F(pmctl_ranges, shows_the_pages_of_the_switch_as_one_answer) {
+    const auto names = names_in(pmctl({"show", "interface", "--json"}).output);
+    EXPECT_THAT(names, SizeIs(testing::Gt(200)));
+    EXPECT_EQ(names, names_of(client_.ports(PM_PORT_INFO_MODE_ALL, {}).records));
+}
+
+TEST_F(pmctl_alone, shows_pages_of_interfaces_of_every_kind) {
+    const virtual_switch_process daemon(every_kind);
+    const client asked;
+    const auto names = names_in(pmctl({"show", "interface", "--json"}).output);
+    EXPECT_THAT(names, testing::Not(IsEmpty()));
+    EXPECT_EQ(names, names_of(asked.ports(PM_PORT_INFO_MODE_ALL, {}).records));
+}
+
 // Sub-interfaces of the last interface of a page.
 TEST_F(pmctl_ranges, loses_nothing_between_two_pages) {
     EXPECT_EQ(names_of_range("Ethernet4/25-48"), names_of(client_.range("Ethernet4/25", "Ethernet4/48").records));

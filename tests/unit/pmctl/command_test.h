@@ -48,6 +48,9 @@ class command_test : public testing::Test {
     static void refuse(const char *range, uint32_t status) { the_switch.ranges[range] = {0, status, {}}; }
 
     static void fail(const char *range, uint32_t error) { the_switch.ranges[range] = {error, 0, {}}; }
+
+    // The request is sent, and no answer comes.
+    static void stay_silent(const char *range, uint32_t error) { the_switch.ranges[range] = {0, 0, {}, error}; }
 };
 
 #endif

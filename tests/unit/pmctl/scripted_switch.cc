@@ -8,6 +8,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <set>
 #include <span>
 
 #include "platform_dev/mts_dev.h"
@@ -25,25 +26,26 @@ namespace {
 
 constexpr mts_handle_t the_handle = 41;
 constexpr uint32_t whole_switch = 1;
+constexpr uint32_t by_token = 1;
+constexpr uint32_t first_token = 7000;
+constexpr uint32_t longest_wait = 10;
 char value_not_to_be_freed[1];  // what a failed request leaves for results
 
 // What the answers under way are about: the first word of a message is a position here, counted from 1.
 std::vector<scripted_switch::range_answer> answers;
 
+// The positions of those that are still to be received.
+std::set<uint32_t> under_way;
+
 uint32_t deliver(mts_handle_t handle, const std::string &question, const scripted_switch::range_answer &answer,
-                 mts_msg_t *response) {
+                 mts_msg_t *message) {
     if (handle != the_handle) abort();
     the_switch.asked.push_back(question);
     if (answer.request_status != 0) return answer.request_status;
     ++the_switch.undropped_messages;
     answers.push_back(answer);
-    response->word[0] = static_cast<uint32_t>(answers.size());
+    message->word[0] = static_cast<uint32_t>(answers.size());
     return 0;
-}
-
-uint32_t deliver_all(mts_handle_t handle, const char *question, uint8_t mode, mts_msg_t *response) {
-    if (mode != whole_switch) abort();
-    return deliver(handle, question, {the_switch.request_status, the_switch.answer_status, the_switch.ports}, response);
 }
 
 template <typename Record>
@@ -100,6 +102,7 @@ mts_handle_t mts_dev_open() {
     errno = the_switch.open_error;
     if (the_switch.open_error != 0) return 0;
     ++the_switch.open_handles;
+    under_way.clear();
     the_switch.last_error = 0;
     return the_handle;
 }
@@ -119,19 +122,32 @@ int32_t mts_drop(mts_handle_t, mts_msg_t *) {
     return 0;
 }
 
-uint32_t pm_get_port_info(mts_handle_t handle, uint8_t mode, uint32_t, uint32_t, uint8_t, uint8_t, uint32_t,
-                          const pm_if_index_range_t *, mts_msg_t *response) {
-    return deliver_all(handle, "all", mode, response);
+uint32_t mts_rr_token_get(const mts_msg_t *request) { return first_token + request->word[0]; }
+
+int32_t mts_recv(mts_handle_t handle, mts_msg_t *response, const mts_recv_options_t *options) {
+    const uint32_t position = options->word[3] - first_token;
+    if (handle != the_handle || options->word[0] != by_token || options->word[2] != longest_wait) abort();
+    if (under_way.erase(position) == 0) abort();
+    the_switch.last_error = answers.at(position - 1).receive_error;
+    if (the_switch.last_error != 0) return -1;
+    ++the_switch.undropped_messages;
+    response->word[0] = position;
+    return 0;
 }
 
 uint32_t pm_get_port_info_brief(mts_handle_t handle, uint8_t mode, uint32_t, uint32_t, uint8_t, uint8_t, uint32_t,
                                 const pm_if_index_range_t *, mts_msg_t *response) {
-    return deliver_all(handle, "brief", mode, response);
+    if (mode != whole_switch) abort();
+    return deliver(handle, "brief", {the_switch.request_status, 0, {}}, response);
 }
 
-uint32_t pm_get_port_info_range(mts_handle_t handle, if_index_t first, if_index_t last, mts_msg_t *response) {
+uint32_t pm_send_get_port_info_range(mts_handle_t handle, if_index_t first, if_index_t last, mts_msg_t *request) {
+    if (under_way.size() == the_switch.queue_room) return EAGAIN;
     const std::string question = pmctl::interface_name(first) + " " + pmctl::interface_name(last);
-    return deliver(handle, question, the_switch.ranges[question], response);
+    const uint32_t status = deliver(handle, question, the_switch.ranges[question], request);
+    if (status == 0) under_way.insert(request->word[0]);
+    the_switch.most_under_way = std::max(the_switch.most_under_way, under_way.size());
+    return status;
 }
 
 uint32_t pm_get_next_port_info(mts_handle_t handle, if_index_t, mts_msg_t *response) {

@@ -27,15 +27,15 @@ struct asked_change {
 struct scripted_switch {
     int open_error = 0;             // why no handle can be opened
     bool port_manager_runs = true;  // what a get-next finds
-    uint32_t request_status = 0;    // of queries for all ports
+    uint32_t request_status = 0;    // of queries for all ports in brief
     uint32_t answer_status = 0;     // the same
-    std::vector<pm_port_info_t> ports;
     std::vector<pm_port_info_brief_t> brief_ports;
 
     struct range_answer {
         uint32_t request_status = 0;
         uint32_t answer_status = 0;
         std::vector<pm_port_info_t> ports;
+        uint32_t receive_error = 0;  // why no answer comes
     };
     std::map<std::string, range_answer> ranges;  // by "first last"
 
@@ -79,7 +79,9 @@ struct scripted_switch {
     std::vector<std::string> asked_by;  // the two texts of each set
 
     std::vector<std::string>
-        asked;  // every query: "all", "brief", "next", "first last", "module 3 type 1", "read Ethernet4/1"
+        asked;                  // every query: "brief", "next", "first last", "module 3 type 1", "read Ethernet4/1"
+    size_t queue_room = 1000;   // how many requests for ranges can be under way; one more is not sent
+    size_t most_under_way = 0;  // how many there were
     int open_handles = 0;
     int undropped_messages = 0;
     uint32_t last_error = 0;  // the transport's, of the handle opened last

@@ -55,7 +55,8 @@ TEST_F(show_module, has_the_columns_of_brief) {
 
 TEST_F(show_module, describes_ports_in_json_as_show_interface_does) {
     answer_type(2, {full_port()});
-    the_switch.ports = {full_port()};
+    the_switch.brief_ports = {full_brief_port()};
+    answer("fc1/4 fc1/4", {full_port()});
     EXPECT_EQ(run({"255", "interfaces", "--json"}).output, command_test::run({"show", "interface", "--json"}).output);
 }
 

@@ -11,8 +11,7 @@
 namespace pmctl {
 namespace {
 
-template <typename Ports>
-void append(std::vector<pm_port_info_t> &ports, const Ports &more) {
+void append(std::vector<pm_port_info_t> &ports, const std::vector<pm_port_info_t> &more) {
     ports.insert(ports.end(), more.begin(), more.end());
 }
 
@@ -63,7 +62,7 @@ std::vector<pm_port_info_t> asked_ports(const std::vector<interface_range> &rang
     std::vector<pm_port_info_t> ports;
     attempt(failures, [&] {
         switch_client client;
-        if (ranges.empty()) append(ports, client.ports().all());
+        if (ranges.empty()) ports = client.ports();
         for (const interface_range &range : ranges)
             if (!attempt(failures, [&] { append(ports, client.ports(range)); })) break;
     });

@@ -13,14 +13,13 @@
 namespace pmctl {
 namespace {
 
-constexpr uint32_t range_members = 16;
 constexpr size_t page_interfaces = 64;
 constexpr uint16_t last_sub_number = 4095;
 
 // The end of a page of a range. A member's sub-interfaces follow it, and none may fall between two pages.
 if_index_t end_of_page(const interface_range &range, uint32_t begin) {
-    if (range.count() - begin <= range_members) return range.last();
-    const if_index_t member = range.member(begin + range_members - 1);
+    if (range.count() - begin <= members_of_page) return range.last();
+    const if_index_t member = range.member(begin + members_of_page - 1);
     if_index_t last_sub_interface;
     return if_index_sub_intf_init(&last_sub_interface, member, last_sub_number) == 0 ? last_sub_interface : member;
 }
@@ -46,8 +45,26 @@ struct owned_page {
 
 std::vector<pm_if_index_range_t> range_pages(const interface_range &range) {
     std::vector<pm_if_index_range_t> pages;
-    for (uint32_t begin = 0; begin < range.count(); begin += range_members)
+    for (uint32_t begin = 0; begin < range.count(); begin += members_of_page)
         pages.push_back({range.member(begin), end_of_page(range, begin)});
+    return pages;
+}
+
+std::vector<pm_if_index_range_t> consecutive_pages(std::vector<if_index_t> interfaces, size_t most) {
+    std::sort(interfaces.begin(), interfaces.end());
+    std::vector<pm_if_index_range_t> pages;
+    std::pair<uint8_t, uint32_t> type_and_service;
+    size_t members = 0;
+    for (const if_index_t index : interfaces) {
+        const std::pair own(interface_type(index), pm_get_mts_sap(index));
+        if (members == 0 || members == most || own != type_and_service) {
+            pages.push_back({index, index});
+            type_and_service = own;
+            members = 0;
+        }
+        pages.back().last = index;
+        ++members;
+    }
     return pages;
 }
 

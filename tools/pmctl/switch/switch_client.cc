@@ -17,12 +17,6 @@ constexpr const char *every_interface = "all interfaces";
 constexpr uint8_t slot_port_types[] = {IF_TYPE_FC, IF_TYPE_ETHERNET, IF_TYPE_SLOT_PORT, IF_TYPE_ETHERNET_KIND,
                                        IF_TYPE_ETHERNET_SFP};
 
-// A page of a range of which nothing exists is empty.
-uint32_t parse_page(const mts_msg_t *message, uint32_t *count, pm_port_info_t **ports) {
-    const uint32_t status = pm_parse_get_port_info(message, count, ports);
-    return status == PM_ERR_INVALID_RANGE ? 0 : status;
-}
-
 // Any interface of a type: it tells the service that is asked.
 if_index_t first_of_type(uint8_t type) {
     if_index_t index = 0;
@@ -39,22 +33,20 @@ record_array<pm_port_info_brief_t> switch_client::brief_ports() {
     return query<pm_port_info_brief_t>(every_interface, request, pm_parse_get_port_info_brief);
 }
 
-record_array<pm_port_info_t> switch_client::ports() {
-    const auto request = [](mts_handle_t handle, mts_msg_t *response) {
-        return pm_get_port_info(handle, PM_PORT_INFO_MODE_ALL, 0, 0, 0, 0, 0, nullptr, response);
-    };
-    return query<pm_port_info_t>(every_interface, request, pm_parse_get_port_info);
+std::vector<pm_port_info_t> switch_client::ports(const paging &by) {
+    std::vector<if_index_t> existing;
+    const auto brief = brief_ports();
+    for (const pm_port_info_brief_t &port : brief.all()) existing.push_back(if_index_t{port.if_index});
+    std::vector<pm_port_info_t> ports;
+    ports.reserve(existing.size());
+    add_ports_of_pages(connection_, every_interface, consecutive_pages(std::move(existing), by.ports_of_page),
+                       by.pages_under_way, ports);
+    return ports;
 }
 
 std::vector<pm_port_info_t> switch_client::ports(const interface_range &range) {
     std::vector<pm_port_info_t> ports;
-    for (const pm_if_index_range_t &page : range_pages(range)) {
-        const auto request = [&page](mts_handle_t handle, mts_msg_t *response) {
-            return pm_get_port_info_range(handle, page.first, page.last, response);
-        };
-        const auto found = query<pm_port_info_t>(range.text(), request, parse_page);
-        ports.insert(ports.end(), found.all().begin(), found.all().end());
-    }
+    add_ports_of_pages(connection_, range.text(), range_pages(range), paging().pages_under_way, ports);
     if (ports.empty()) throw query_refused(fmt::format("no such interface: {}", range.text()));
     return ports;
 }
@@ -83,7 +75,7 @@ record_array<Record> switch_client::query(const std::string &subject, const requ
                                           parse_function<Record> parse) {
     mts_msg_t response{};
     connection_.check_request(subject, request(connection_.handle(), &response));
-    const received_message message(connection_.handle(), response);
+    const owned_message message(connection_.handle(), response);
     uint32_t count = 0;
     Record *records = nullptr;
     switch_connection::check_answer(subject, parse(message.get(), &count, &records));

@@ -8,6 +8,7 @@
 
 #include "port_mgr/port_info_response.h"
 #include "switch/interface_ranges.h"
+#include "switch/port_pages.h"
 #include "switch/record_array.h"
 #include "switch/switch_connection.h"
 
@@ -19,10 +20,10 @@ class switch_client {
     // Every port in brief.
     record_array<pm_port_info_brief_t> brief_ports();
 
-    // Every port in full.
-    record_array<pm_port_info_t> ports();
+    // Every port in full, in the order of their indexes.
+    std::vector<pm_port_info_t> ports(const paging &by = {});
 
-    // What exists of a range, asked for in pages. No port at all is a refusal.
+    // What exists of a range. No port at all is a refusal.
     std::vector<pm_port_info_t> ports(const interface_range &range);
 
     // The ports of a module, in the order of their indexes. A module that is not there is a refusal.

@@ -89,7 +89,7 @@ bool switch_connection::port_manager_answers() const {
     constexpr if_index_t before_the_first = 0;
     mts_msg_t response{};
     if (pm_get_next_port_info(handle(), before_the_first, &response) != 0) return false;
-    const received_message message(handle(), response);
+    const owned_message message(handle(), response);
     return true;
 }
 

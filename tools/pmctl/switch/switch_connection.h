@@ -26,13 +26,13 @@ class open_handle {
     mts_handle_t handle_;
 };
 
-// A message that came from the switch, released with its owner.
-class received_message {
+// A message of the transport, sent or received, released with its owner.
+class owned_message {
   public:
-    received_message(mts_handle_t handle, const mts_msg_t &message) : handle_(handle), message_(message) {}
-    ~received_message() { mts_drop(handle_, &message_); }
-    received_message(const received_message &) = delete;
-    received_message &operator=(const received_message &) = delete;
+    owned_message(mts_handle_t handle, const mts_msg_t &message) : handle_(handle), message_(message) {}
+    ~owned_message() { mts_drop(handle_, &message_); }
+    owned_message(const owned_message &) = delete;
+    owned_message &operator=(const owned_message &) = delete;
 
     [[nodiscard]] const mts_msg_t *get() const { return &message_; }
 

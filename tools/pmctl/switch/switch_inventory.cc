@@ -21,7 +21,7 @@ namespace {
 constexpr uint32_t listing_wait_seconds = 10;
 
 template <typename Record>
-std::vector<Record> records_in(const std::string &subject, const received_message &answer) {
+std::vector<Record> records_in(const std::string &subject, const owned_message &answer) {
     const std::span<const std::byte> bytes = answer_records(subject, *answer.get(), sizeof(Record));
     std::vector<Record> records(bytes.size() / sizeof(Record));
     if (!records.empty()) std::memcpy(records.data(), bytes.data(), bytes.size());
@@ -41,7 +41,7 @@ std::vector<if_index_t> switch_inventory::interfaces_of_type(uint8_t type) {
     mts_msg_t message{};
     connection_.check_request(subject,
                               pm_get_if_index_listing(type, connection_.handle(), &message, listing_wait_seconds));
-    const received_message answer(connection_.handle(), message);
+    const owned_message answer(connection_.handle(), message);
     std::vector<if_index_t> interfaces = records_in<if_index_t>(subject, answer);
     for (if_index_t &each : interfaces) each = ntoh_if_index(each);
     return interfaces;
@@ -52,7 +52,7 @@ std::vector<pm_module_resource_t> switch_inventory::resources(uint8_t module) {
     mts_msg_t message{};
     connection_.check_request(
         subject, pm_get_module_resources(connection_.handle(), 0, nullptr, module, PM_NODE_SUPERVISOR, &message));
-    const received_message answer(connection_.handle(), message);
+    const owned_message answer(connection_.handle(), message);
     refuse_unknown_module(module, *answer.get());
     std::vector<pm_module_resource_t> resources = records_in<pm_module_resource_t>(subject, answer);
     for (pm_module_resource_t &each : resources)
