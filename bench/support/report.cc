@@ -2,11 +2,9 @@
 #include "bench/support/report.h"
 
 #include <climits>
-#include <cstring>
 #include <fstream>
 
 namespace bench {
-
 namespace {
 
 nlohmann::ordered_json json_of(const std::string &title, const std::string &unit, const std::vector<result> &rows) {
@@ -27,6 +25,18 @@ nlohmann::ordered_json json_of(const std::string &title, const std::vector<std::
     return table;
 }
 
+[[noreturn]] void refuse_usage(const char *program) {
+    std::fprintf(stderr, "usage: %s [--json FILE] [--images DIRECTORY]\n", program);
+    std::exit(2);
+}
+
+void write_file(const std::string &path, const std::string &text) {
+    std::ofstream file(path);
+    file << text;
+    file.close();
+    require(file.good(), path.c_str());
+}
+
 void print_row(const result &row) {
     std::printf("  %-66s %12.2f %10.2f", row.name.c_str(), row.took.median, row.took.spread);
 }
@@ -34,18 +44,24 @@ void print_row(const result &row) {
 }  // namespace
 
 report::report(int argc, char **argv, std::string subject) {
-    const bool has_file = argc == 3 && std::strcmp(argv[1], "--json") == 0;
-    if (argc != 1 && !has_file) {
-        std::fprintf(stderr, "usage: %s [--json FILE]\n", argv[0]);
-        std::exit(2);
+    for (int i = 1; i < argc; i += 2) {
+        std::string *const value = i + 1 < argc ? option(argv[i]) : nullptr;
+        if (value == nullptr) refuse_usage(argv[0]);
+        *value = argv[i + 1];
     }
-    if (has_file) json_file_ = argv[2];
     const size_t width = sizeof(void *) * CHAR_BIT;
     std::printf("\n== %s, %zu bits ==\n", subject.c_str(), width);
     document_ = {{"subject", std::move(subject)},
                  {"width", width},
                  {"tables", nlohmann::ordered_json::array()},
                  {"goals", nlohmann::ordered_json::array()}};
+}
+
+// Where the value of an option goes, or null when there is no such option.
+std::string *report::option(std::string_view name) {
+    if (name == "--json") return &json_file_;
+    if (name == "--images") return &images_;
+    return nullptr;
 }
 
 void report::table(const std::string &title, const std::string &unit, const std::vector<result> &rows) {
@@ -93,13 +109,13 @@ void report::goal(const std::string &what, double value, const char *bound, doub
         {{"what", what}, {"value", value}, {"bound", bound}, {"limit", limit}, {"met", is_met}});
 }
 
+void report::image(const std::string &file, const log_plot &plot) const {
+    if (!images_.empty()) write_file(images_ + '/' + file, svg_of(plot));
+}
+
 void report::write() const {
     std::fflush(stdout);
-    if (json_file_.empty()) return;
-    std::ofstream file(json_file_);
-    file << document_.dump(2) << '\n';
-    file.close();
-    require(file.good(), json_file_.c_str());
+    if (!json_file_.empty()) write_file(json_file_, document_.dump(2) + '\n');
 }
 
 }  // namespace bench

@@ -4,11 +4,13 @@
 #define BENCH_SUPPORT_REPORT_H
 
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include <nlohmann/json.hpp>
 
 #include "bench/support/measure.h"
+#include "bench/support/svg_plot.h"
 
 namespace bench {
 
@@ -20,7 +22,7 @@ struct grid_row {
 
 class report {
   public:
-    // Command line: [--json FILE]. Ends the program when it is another one.
+    // Command line: [--json FILE] [--images DIRECTORY]. Ends the program when it is another one.
     report(int argc, char **argv, std::string subject);
 
     // Prints results of one unit. The first stands for ours: each has its ratio to it beside.
@@ -36,13 +38,18 @@ class report {
     void at_most(const std::string &what, double value, double limit);
     void at_least(const std::string &what, double value, double limit);
 
+    // Draws results into a file of the directory for images, if one was given.
+    void image(const std::string &file, const log_plot &plot) const;
+
     // Writes the JSON file, if one was asked for.
     void write() const;
 
   private:
+    std::string *option(std::string_view name);
     void goal(const std::string &what, double value, const char *bound, double limit, bool is_met);
 
     std::string json_file_;
+    std::string images_;
     nlohmann::ordered_json document_;
 };
 
