@@ -10,6 +10,7 @@
 #include "platform/tlv_array.h"
 #include "port_mgr/opcodes.h"
 #include "port_mgr/status.h"
+#include "services/guarded_service.h"
 #include "services/line_card.h"
 #include "services/line_card_services.h"
 
@@ -178,10 +179,10 @@ TEST_F(sfp_diagnostics, send_nothing_when_memory_runs_out) {
 }
 
 TEST(line_card_services, include_the_diagnostics) {
+    constexpr mts_service_t guarded = virtual_switch::guarded<virtual_switch::sfp_diagnostics_service>;
     bool is_there = false;
-    for (const auto &[sap, serve] : virtual_switch::line_card_services()) {
-        is_there = is_there || (sap == PM_SAP_SFP_DIAGNOSTICS && serve == virtual_switch::sfp_diagnostics_service);
-    }
+    for (const auto &[sap, serve] : virtual_switch::line_card_services())
+        is_there = is_there || (sap == PM_SAP_SFP_DIAGNOSTICS && serve == guarded);
     EXPECT_TRUE(is_there);
 }
 

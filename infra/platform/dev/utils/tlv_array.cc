@@ -24,20 +24,22 @@ uint32_t next_element(const void *array, uint16_t *type, uint16_t *length, const
     const auto *const header = static_cast<const uint8_t *>(array);
     if (load_be32(header) != tlv_array_mark) [[unlikely]]
         return EBADMSG;
-    const size_t bytes = load_be32(header + tlv_array_bytes_offset);
-    const size_t at = *position;
-    const size_t value_at = at + tlv_element_header_size;
-    if (value_at > bytes) [[unlikely]]
-        return at < bytes ? EBADMSG : ENODATA;
+    const uint32_t bytes = load_be32(header + tlv_array_bytes_offset);
+    const uint32_t at = *position;
+    if (at >= bytes) [[unlikely]]
+        return ENODATA;
+    const uint32_t rest = bytes - at;
+    if (rest < tlv_element_header_size) [[unlikely]]
+        return EBADMSG;
     const uint8_t *const element = header + tlv_array_header_size + at;
     const uint32_t word = load_be32(element);
     if (!is_tlv_element(word)) [[unlikely]]
         return EBADMSG;
     const auto value_length = static_cast<uint16_t>(word);
-    const size_t value_size = tlv_value_size(value_length, aligned);
-    if (value_size > bytes - value_at) [[unlikely]]
+    const uint32_t value_size = tlv_value_size(value_length, aligned);
+    if (value_size > rest - tlv_element_header_size) [[unlikely]]
         return EBADMSG;
-    *position = static_cast<uint32_t>(value_at + value_size);
+    *position = at + tlv_element_header_size + value_size;
     *type = static_cast<uint16_t>(word >> 16);
     *length = value_length;
     *value = element + tlv_element_header_size;
