@@ -39,6 +39,7 @@ int client_connection::open(const runtime_directory &directory, uint64_t next_se
     if (fcntl(socket.get(), F_SETFL, 0) != 0)  // receives wait
         return errno;
     socket_ = std::move(socket);
+    receiver_ = {};
     first_serial_ = next_serial;
     unanswered_ = 0;
     wait_seconds_ = 0;
@@ -60,7 +61,8 @@ int client_connection::receive(uint32_t seconds, packet_buffers &buffers, receiv
 int client_connection::receive_answer(uint32_t seconds, packet_buffers &buffers, received_frame &frame) {
     if (const int error = limit_wait(seconds)) return error;
     const int flags = seconds == 0 ? MSG_DONTWAIT : 0;
-    if (const int error = platform_dev::receive(socket_.get(), flags, stays_in_buffer::large, buffers, frame))
+    if (const int error =
+            platform_dev::receive(receiver_, socket_.get(), flags, stays_in_buffer::large, buffers, frame))
         return error;
     return is_answer(frame.header) ? 0 : EPROTO;
 }

@@ -48,6 +48,7 @@ class client_connection {
     uint32_t node_;
     uint32_t sap_;
     unique_fd socket_;
+    frame_receiver receiver_;
     uint64_t first_serial_ = 0;
     uint64_t unanswered_ = 0;    // requests less answers; one that comes twice counts for another one, too
     uint32_t wait_seconds_ = 0;  // what SO_RCVTIMEO holds; 0 stands for no limit there

@@ -2,12 +2,15 @@
 #include "mts/frame.h"
 
 #include <fcntl.h>
+#include <linux/sockios.h>
+#include <sys/ioctl.h>
 #include <sys/mman.h>
 #include <sys/socket.h>
 #include <sys/stat.h>
 
 #include <cerrno>
 #include <cstring>
+#include <utility>
 
 #include "platform_dev/mts_dev.h"
 
@@ -16,7 +19,7 @@ namespace platform_dev {
 namespace {
 
 // The last byte counts the versions of the header.
-constexpr uint32_t frame_magic = 0x4d545301;
+constexpr uint32_t frame_magic = 0x4d545302;
 
 // Without these a peer could change the content, or its size, while it is read.
 constexpr int required_seals = F_SEAL_SHRINK | F_SEAL_GROW | F_SEAL_WRITE;
@@ -34,16 +37,16 @@ int send_packet(int socket, const msghdr &packet) {
 constexpr size_t max_gathered_payload = 1024;
 
 int send_gathered(int socket, const frame_header &header, const void *payload) {
-    char frame[sizeof header + max_gathered_payload];
-    std::memcpy(frame, &header, sizeof header);
-    if (header.payload_size > 0) std::memcpy(frame + sizeof header, payload, header.payload_size);
-    return send(socket, frame, sizeof header + header.payload_size, MSG_DONTWAIT | MSG_NOSIGNAL) < 0 ? errno : 0;
+    char frame[max_gathered_payload + sizeof header];
+    if (header.payload_size > 0) std::memcpy(frame, payload, header.payload_size);
+    std::memcpy(frame + header.payload_size, &header, sizeof header);
+    return send(socket, frame, header.payload_size + sizeof header, MSG_DONTWAIT | MSG_NOSIGNAL) < 0 ? errno : 0;
 }
 
 int send_in_packet(int socket, frame_header &header, const void *payload) {
     header.place = payload_place::in_packet;
     if (header.payload_size <= max_gathered_payload) return send_gathered(socket, header, payload);
-    iovec parts[] = {{&header, sizeof header}, {const_cast<void *>(payload), header.payload_size}};
+    iovec parts[] = {{const_cast<void *>(payload), header.payload_size}, {&header, sizeof header}};
     msghdr packet{};
     packet.msg_iov = parts;
     packet.msg_iovlen = 2;
@@ -69,11 +72,9 @@ int make_memory_file(const void *payload, size_t size, unique_fd &memory_file) {
     return fcntl(memory_file.get(), F_ADD_SEALS, required_seals | F_SEAL_SEAL) < 0 ? errno : 0;
 }
 
-int send_in_memory_file(int socket, frame_header &header, const void *payload) {
-    unique_fd memory_file;
-    if (const int error = make_memory_file(payload, header.payload_size, memory_file)) return error;
-    header.place = payload_place::in_memory_file;
-    iovec part = {&header, sizeof header};
+int send_descriptor(int socket, const unique_fd &descriptor) {
+    char byte = 0;
+    iovec part = {&byte, sizeof byte};
     control_buffer control{};
     msghdr packet{};
     packet.msg_iov = &part;
@@ -84,9 +85,31 @@ int send_in_memory_file(int socket, frame_header &header, const void *payload) {
     rights->cmsg_level = SOL_SOCKET;
     rights->cmsg_type = SCM_RIGHTS;
     rights->cmsg_len = CMSG_LEN(sizeof(int));
-    const int fd = memory_file.get();
+    const int fd = descriptor.get();
     std::memcpy(CMSG_DATA(rights), &fd, sizeof fd);
     return send_packet(socket, packet);
+}
+
+// Whether two packets of next to no size can be sent now. The buffer takes a packet as long as it is not full.
+bool has_room_for_two(int socket) {
+    constexpr int cost_of_a_small_packet = 2048;
+    int unread = 0;
+    int room = 0;
+    socklen_t length = sizeof room;
+    return ioctl(socket, SIOCOUTQ, &unread) == 0 && getsockopt(socket, SOL_SOCKET, SO_SNDBUF, &room, &length) == 0 &&
+           unread + cost_of_a_small_packet <= room;
+}
+
+// A frame whose second packet fails cannot be taken back: the connection ends with it.
+int send_in_memory_file(int socket, frame_header &header, const void *payload) {
+    unique_fd memory_file;
+    if (const int error = make_memory_file(payload, header.payload_size, memory_file)) return error;
+    if (!has_room_for_two(socket)) return EAGAIN;
+    header.place = payload_place::in_memory_file;
+    if (send(socket, &header, sizeof header, MSG_DONTWAIT | MSG_NOSIGNAL) < 0) return errno;
+    const int error = send_descriptor(socket, memory_file);
+    if (error != 0) shutdown(socket, SHUT_RDWR);
+    return error;
 }
 
 unique_fd take_descriptor(msghdr &packet) {
@@ -97,21 +120,49 @@ unique_fd take_descriptor(msghdr &packet) {
     return unique_fd(fd);
 }
 
-bool is_frame(const frame_header &header, size_t received, int packet_flags, bool has_descriptor) {
-    if (received < sizeof header || (packet_flags & (MSG_TRUNC | MSG_CTRUNC)) || header.magic != frame_magic)
+bool is_frame(const frame_header &header, size_t payload_in_packet) {
+    if (header.magic != frame_magic || header.kind < frame_kind::message_request ||
+        header.kind > frame_kind::cmi_answer)
         return false;
-    if (header.kind < frame_kind::message_request || header.kind > frame_kind::cmi_answer) return false;
-    const size_t in_packet = received - sizeof header;
-    if (header.place == payload_place::in_packet) return !has_descriptor && in_packet == header.payload_size;
-    return header.place == payload_place::in_memory_file && has_descriptor && in_packet == 0 &&
+    if (header.place == payload_place::in_packet) return payload_in_packet == header.payload_size;
+    return header.place == payload_place::in_memory_file && payload_in_packet == 0 &&
            header.payload_size <= MTS_MAX_PAYLOAD;
 }
 
-ssize_t receive_packet(int socket, msghdr &packet, int flags) {
-    ssize_t received = recvmsg(socket, &packet, flags);
-    // Reported when the peer closed without reading all; what it had sent before can still be received.
-    if (received < 0 && errno == ECONNRESET) received = recvmsg(socket, &packet, flags);
-    return received;
+// Calls `receive`, and once more after the error that comes first when the peer closed without reading all: what it
+// had sent before can still be received.
+ssize_t receive_past_reset(auto receive) {
+    const ssize_t received = receive();
+    return received < 0 && errno == ECONNRESET ? receive() : received;
+}
+
+int receive_header(int socket, int flags, frame_header &header, void *buffer) {
+    constexpr size_t room = max_packet_payload + sizeof header;
+    // With MSG_TRUNC the length of a packet is told that has more.
+    const ssize_t received = receive_past_reset([&] { return recv(socket, buffer, room, flags | MSG_TRUNC); });
+    if (received < 0) return errno;
+    if (received == 0) return ECONNRESET;
+    const auto size = static_cast<size_t>(received);
+    if (size < sizeof header || size > room) return EPROTO;
+    std::memcpy(&header, static_cast<char *>(buffer) + size - sizeof header, sizeof header);
+    return is_frame(header, size - sizeof header) ? 0 : EPROTO;
+}
+
+int receive_descriptor(int socket, unique_fd &descriptor) {
+    char byte = 0;
+    iovec part = {&byte, sizeof byte};
+    control_buffer control;
+    msghdr packet{};
+    packet.msg_iov = &part;
+    packet.msg_iovlen = 1;
+    packet.msg_control = &control;
+    packet.msg_controllen = CMSG_LEN(sizeof(int));  // without the padding, where a second descriptor would fit
+    const ssize_t received =
+        receive_past_reset([&] { return recvmsg(socket, &packet, MSG_DONTWAIT | MSG_CMSG_CLOEXEC); });
+    if (received < 0) return errno;
+    descriptor = take_descriptor(packet);
+    if (received == 0) return ECONNRESET;
+    return descriptor && (packet.msg_flags & (MSG_TRUNC | MSG_CTRUNC)) == 0 ? 0 : EPROTO;
 }
 
 }  // namespace
@@ -125,19 +176,15 @@ int send_frame(int socket, frame_header header, const void *payload) {
     return send_in_memory_file(socket, header, payload);
 }
 
-int receive_frame(int socket, int flags, frame_header &header, void *buffer, unique_fd &memory_file) {
-    iovec parts[] = {{&header, sizeof header}, {buffer, max_packet_payload}};
-    control_buffer control;
-    msghdr packet{};
-    packet.msg_iov = parts;
-    packet.msg_iovlen = 2;
-    packet.msg_control = &control;
-    packet.msg_controllen = CMSG_LEN(sizeof(int));  // without the padding, where a second descriptor would fit
-    const ssize_t received = receive_packet(socket, packet, flags | MSG_CMSG_CLOEXEC);
-    if (received < 0) return errno;
-    memory_file = take_descriptor(packet);
-    if (received == 0) return ECONNRESET;
-    return is_frame(header, static_cast<size_t>(received), packet.msg_flags, bool(memory_file)) ? 0 : EPROTO;
+int frame_receiver::receive(int socket, int flags, frame_header &header, void *buffer, unique_fd &memory_file) {
+    if (!announced_) {
+        const int error = receive_header(socket, flags, header, buffer);
+        if (error != 0 || header.place == payload_place::in_packet) return error;
+        announced_ = header;
+    }
+    const int error = receive_descriptor(socket, memory_file);
+    if (error == 0) header = *std::exchange(announced_, std::nullopt);
+    return error;
 }
 
 int read_memory_file(const unique_fd &memory_file, void *buffer, size_t size) {

@@ -1,13 +1,16 @@
 // SPDX-License-Identifier: Apache-2.0
-// frame.h: what travels over a connection: a fixed header and the payload, in one packet.
+// frame.h: what travels over a connection: the payload and, behind it, a header of fixed size, in one packet. So a
+// payload lies at the start of the block that its packet is received into.
 //
 // Both ends run on one host, so the header is in its byte order. A payload that does not fit a packet travels in a
-// sealed memory file whose descriptor goes with the header.
+// sealed memory file: a packet with the header alone announces it, and the next packet carries its descriptor. So all
+// other packets are received without looking for descriptors, which costs more than the rest of a receive.
 #ifndef PLATFORM_DEV_MTS_FRAME_H
 #define PLATFORM_DEV_MTS_FRAME_H
 
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 
 #include "common/unique_fd.h"
 #include "platform_dev/tlv_builder.h"
@@ -41,11 +44,18 @@ inline constexpr size_t payload_tail = TLV_ZEROED_TAIL_SIZE;
 // Returns 0 or a system error number: EAGAIN when the socket's buffer is full, EPIPE or ECONNRESET when the peer ended.
 [[nodiscard]] int send_frame(int socket, frame_header header, const void *payload);
 
-// Receives one frame; `buffer` has room for max_packet_payload bytes. `flags` are those of recvmsg: without
-// MSG_DONTWAIT it waits as long as the socket's SO_RCVTIMEO says. A payload in a memory file is left there, for
-// read_memory_file. Returns 0 or a system error number: EAGAIN when there was none, ECONNRESET when the peer ended,
-// EPROTO when what came is no frame.
-[[nodiscard]] int receive_frame(int socket, int flags, frame_header &header, void *buffer, unique_fd &memory_file);
+// The receiving half of a connection.
+class frame_receiver {
+  public:
+    // Receives one frame; `buffer` has room for max_packet_payload bytes and a header. `flags` are those of recv:
+    // without MSG_DONTWAIT it waits as long as the socket's SO_RCVTIMEO says. A payload in a memory file is left
+    // there, for read_memory_file. Returns 0 or a system error number: EAGAIN when there was none, or its memory file
+    // is still to come; ECONNRESET when the peer ended, EPROTO when what came is no frame.
+    [[nodiscard]] int receive(int socket, int flags, frame_header &header, void *buffer, unique_fd &memory_file);
+
+  private:
+    std::optional<frame_header> announced_;  // its memory file is still to come
+};
 
 // Copies `size` bytes out of a memory file that a peer sent. Returns 0, or EPROTO when it is none, is not sealed or
 // has another size.

@@ -50,12 +50,13 @@ void packet_buffers::give_back(heap_block buffer) {
     if (buffer && count_ < spare_.size()) spare_[count_++] = std::move(buffer);
 }
 
-int receive(int socket, int flags, stays_in_buffer stays, packet_buffers &buffers, received_frame &frame) {
+int receive(frame_receiver &receiver, int socket, int flags, stays_in_buffer stays, packet_buffers &buffers,
+            received_frame &frame) {
     frame = {};
     heap_block buffer = buffers.take();
     if (!buffer) return ENOMEM;
     unique_fd memory_file;
-    int error = receive_frame(socket, flags, frame.header, buffer.get(), memory_file);
+    int error = receiver.receive(socket, flags, frame.header, buffer.get(), memory_file);
     if (error == 0 && frame.header.payload_size > 0) error = take_payload(buffer, memory_file, stays, frame);
     if (!frame.is_packet_buffer) buffers.give_back(std::move(buffer));
     if (error == 0 && frame.payload) clear_tail(frame.payload, frame.header.payload_size);

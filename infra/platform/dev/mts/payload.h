@@ -41,8 +41,9 @@ struct received_frame {
 // what a buffer holds for nothing, or all, for who is done with one before the next.
 enum class stays_in_buffer : uint8_t { large, all };
 
-// Receives one frame with its payload. Results and `flags` are those of receive_frame, and ENOMEM.
-[[nodiscard]] int receive(int socket, int flags, stays_in_buffer stays, packet_buffers &buffers, received_frame &frame);
+// Receives one frame with its payload. Results and `flags` are those of frame_receiver::receive, and ENOMEM.
+[[nodiscard]] int receive(frame_receiver &receiver, int socket, int flags, stays_in_buffer stays,
+                          packet_buffers &buffers, received_frame &frame);
 
 }  // namespace platform_dev
 

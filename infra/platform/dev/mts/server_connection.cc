@@ -53,7 +53,7 @@ bool server_connection::on_event(uint32_t events) try {
 
 bool server_connection::serve_request() {
     received_frame frame;
-    const int error = receive(socket_.get(), MSG_DONTWAIT, stays_in_buffer::all, server_.buffers(), frame);
+    const int error = receive(receiver_, socket_.get(), MSG_DONTWAIT, stays_in_buffer::all, server_.buffers(), frame);
     if (error == EAGAIN) return true;
     if (error != 0 || !is_request(frame.header)) return false;
     mts_reply &reply = server_.reply();

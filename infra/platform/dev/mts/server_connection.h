@@ -45,6 +45,7 @@ class server_connection final : public event_source {
     service service_;
     peer client_;
     unique_fd socket_;
+    frame_receiver receiver_;
     std::optional<held_answer> held_;
     int whole_buffer_ = 0;  // the size of the send buffer while a small one is in its place, else 0
 };
