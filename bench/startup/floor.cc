@@ -18,19 +18,10 @@ namespace {
 
 using platform_dev::frame_header;
 
-constexpr uint32_t magic = 0x4d545301;
+constexpr uint32_t magic = 0x4d545302;
 constexpr uint32_t request_size = pm::port_info_request_header_size;
 
-struct request_frame {
-    frame_header header;
-    uint8_t payload[request_size];
-};
-
-struct answer_frame {
-    frame_header header;
-    uint8_t payload[platform_dev::max_packet_payload];
-};
-answer_frame answer;
+uint8_t answer[platform_dev::max_packet_payload + sizeof(frame_header)];
 
 int connect_to_service() {
     sockaddr_un address{};
@@ -43,20 +34,22 @@ int connect_to_service() {
 }
 
 bool send_request(int connection) {
-    request_frame request{};
-    request.header.magic = magic;
-    request.header.kind = platform_dev::frame_kind::message_request;
-    request.header.opcode = MTS_OPC_PM_GET_PORT_INFO_BRIEF;
-    request.header.payload_size = request_size;
-    request.payload[0] = PM_PORT_INFO_MODE_ALL;
-    const size_t size = sizeof request.header + request_size;
-    return send(connection, &request, size, MSG_NOSIGNAL) == static_cast<ssize_t>(size);
+    uint8_t request[request_size + sizeof(frame_header)] = {PM_PORT_INFO_MODE_ALL};
+    frame_header header{};
+    header.magic = magic;
+    header.kind = platform_dev::frame_kind::message_request;
+    header.opcode = MTS_OPC_PM_GET_PORT_INFO_BRIEF;
+    header.payload_size = request_size;
+    std::memcpy(request + request_size, &header, sizeof header);
+    return send(connection, request, sizeof request, MSG_NOSIGNAL) == static_cast<ssize_t>(sizeof request);
 }
 
 bool receive_answer(int connection) {
-    const ssize_t size = recv(connection, &answer, sizeof answer, 0);
-    return size > static_cast<ssize_t>(sizeof answer.header) &&
-           static_cast<size_t>(size) == sizeof answer.header + answer.header.payload_size;
+    const ssize_t size = recv(connection, answer, sizeof answer, 0);
+    frame_header header;
+    if (size <= static_cast<ssize_t>(sizeof header)) return false;
+    std::memcpy(&header, answer + size - sizeof header, sizeof header);
+    return static_cast<size_t>(size) == header.payload_size + sizeof header;
 }
 
 }  // namespace

@@ -34,8 +34,8 @@ class client_connection {
     // Whether an answer is still to come.
     [[nodiscard]] bool owes_answers() const { return unanswered_ > 0; }
 
-    // Receives the next frame, waiting up to `seconds`; 0 does not wait. Results are those of receive_frame, and
-    // ENOMEM. The connection is closed when the service ended or sent what is no answer.
+    // Receives the next frame, waiting up to `seconds`; 0 does not wait. Results are those of frame_receiver::receive,
+    // and ENOMEM. The connection is closed when the service ended or sent what is no answer.
     [[nodiscard]] int receive(uint32_t seconds, packet_buffers &buffers, received_frame &frame);
 
     // Counts an answer that was received. Returns false when there are more answers than requests.
