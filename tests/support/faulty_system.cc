@@ -5,6 +5,7 @@
 #include <fcntl.h>
 #include <poll.h>
 #include <sys/epoll.h>
+#include <sys/ioctl.h>
 #include <sys/mman.h>
 #include <sys/socket.h>
 #include <sys/stat.h>
@@ -68,6 +69,7 @@ SUPPORT_SYSTEM_CALL(int, -1, setsockopt, (int fd, int level, int name, const voi
                     (fd, level, name, value, size))
 SUPPORT_SYSTEM_CALL(ssize_t, -1, send, (int fd, const void *bytes, size_t size, int flags), (fd, bytes, size, flags))
 SUPPORT_SYSTEM_CALL(ssize_t, -1, sendmsg, (int fd, const msghdr *message, int flags), (fd, message, flags))
+SUPPORT_SYSTEM_CALL(ssize_t, -1, recv, (int fd, void *bytes, size_t size, int flags), (fd, bytes, size, flags))
 SUPPORT_SYSTEM_CALL(ssize_t, -1, recvmsg, (int fd, msghdr *message, int flags), (fd, message, flags))
 SUPPORT_SYSTEM_CALL(int, -1, accept4, (int fd, sockaddr *address, socklen_t *size, int flags),
                     (fd, address, size, flags))
@@ -105,6 +107,17 @@ SUPPORT_INTERPOSER int fcntl(int fd, int command, ...) {
     void *const argument = va_arg(rest, void *);
     va_end(rest);
     return real(fd, command, argument);
+}
+
+SUPPORT_INTERPOSER int ioctl(int fd, unsigned long request, ...) {
+    static decltype(&ioctl) real;
+    if (real == nullptr) real = support::next(&ioctl, "ioctl");
+    if (!support::passes("ioctl", __builtin_return_address(0))) return -1;
+    va_list rest;
+    va_start(rest, request);
+    void *const argument = va_arg(rest, void *);
+    va_end(rest);
+    return real(fd, request, argument);
 }
 
 SUPPORT_INTERPOSER int close(int fd) {

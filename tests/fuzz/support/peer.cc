@@ -17,7 +17,7 @@ namespace {
 using platform_dev::frame_header;
 using platform_dev::unique_fd;
 
-constexpr uint32_t frame_magic = 0x4d545301;
+constexpr uint32_t frame_magic = 0x4d545302;
 constexpr int all_seals = F_SEAL_SHRINK | F_SEAL_GROW | F_SEAL_WRITE;
 constexpr size_t largest_file = 1 << 20;
 
@@ -48,15 +48,16 @@ const runtime_directory &directory() {
 
 unique_fd file_for(const packet &sent) {
     unique_fd file(memfd_create("fuzz", MFD_CLOEXEC | MFD_ALLOW_SEALING));
-    size_t size = sent.content.size();
-    if (sent.fits_header && size >= sizeof(frame_header)) {
-        frame_header header;
-        std::memcpy(&header, sent.content.data(), sizeof header);
-        size = std::min<size_t>(header.payload_size, largest_file);
-    }
-    FUZZ_REQUIRE(ftruncate(file.get(), static_cast<off_t>(size)) == 0);
+    FUZZ_REQUIRE(ftruncate(file.get(), static_cast<off_t>(sent.file_size)) == 0);
     if (sent.is_sealed) fcntl(file.get(), F_ADD_SEALS, all_seals);
     return file;
+}
+
+size_t size_of_file(const std::vector<uint8_t> &content, bool fits_header) {
+    if (!fits_header || content.size() < sizeof(frame_header)) return content.size();
+    frame_header header;
+    std::memcpy(&header, content.data() + content.size() - sizeof header, sizeof header);
+    return std::min<size_t>(header.payload_size, largest_file);
 }
 
 std::vector<uint8_t> with_header(bytes content, const packet &of, platform_dev::frame_kind kind, uint32_t token) {
@@ -67,10 +68,19 @@ std::vector<uint8_t> with_header(bytes content, const packet &of, platform_dev::
     header.opcode = 1;
     header.token = token;
     header.payload_size = static_cast<uint32_t>(content.size());
-    std::vector<uint8_t> frame(sizeof header);
-    std::memcpy(frame.data(), &header, sizeof header);
-    if (!of.has_file) frame.insert(frame.end(), content.begin(), content.end());
+    std::vector<uint8_t> frame;
+    if (!of.has_file) frame.assign(content.begin(), content.end());
+    const auto *const header_bytes = reinterpret_cast<const uint8_t *>(&header);
+    frame.insert(frame.end(), header_bytes, header_bytes + sizeof header);
     return frame;
+}
+
+// The file goes behind the packet that announced it.
+packet split_off_file(packet &announcing) {
+    packet carrying = announcing;
+    carrying.content.assign(1, 0);
+    announcing.has_file = false;
+    return carrying;
 }
 
 }  // namespace
@@ -81,12 +91,16 @@ std::vector<packet> packets_in(bytes input, platform_dev::frame_kind kind, uint3
         const uint8_t flags = input[0];
         const size_t length = std::min<size_t>(input[1] * 256u + input[2], input.size() - 3);
         const bytes content = input.subspan(3, length);
-        packet made{{}, (flags & 1) != 0, (flags & 2) != 0, (flags & 4) != 0, (flags & 8) != 0};
-        if ((flags & 16) != 0)
+        const bool has_good_header = (flags & 16) != 0;
+        packet made{{}, (flags & 1) != 0, (flags & 2) != 0, (flags & 8) != 0, 0};
+        if (has_good_header)
             made.content = with_header(content, made, kind, token);
         else
             made.content.assign(content.begin(), content.end());
+        made.file_size = size_of_file(made.content, (flags & 4) != 0);
         packets.push_back(std::move(made));
+        if (packets.back().has_file && has_good_header && (flags & 32) == 0)
+            packets.push_back(split_off_file(packets.back()));
         input = input.subspan(3 + length);
     }
     return packets;

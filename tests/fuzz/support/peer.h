@@ -3,7 +3,8 @@
 //
 // The input is a list of packets: a byte of flags, two bytes of the length, then the bytes. Flags: 1 sends a memory
 // file along, 2 seals it, 4 makes it as large as the header in the packet says, 8 sends it twice, and 16 puts a good
-// header before the bytes: most inputs would not get past it else.
+// header behind the bytes: most inputs would not get past it else. A memory file with a good header comes in a packet
+// of its own, behind the one that announces it; flag 32 leaves it with the announcement.
 #ifndef FUZZ_SUPPORT_PEER_H
 #define FUZZ_SUPPORT_PEER_H
 
@@ -19,8 +20,8 @@ struct packet {
     std::vector<uint8_t> content;
     bool has_file;
     bool is_sealed;
-    bool fits_header;
     bool is_sent_twice;
+    size_t file_size;
 };
 
 // `kind` and `token` are those of the good headers.

@@ -14,6 +14,7 @@
 
 #include "protocol/byte_order.h"
 
+using transport_test::header_of;
 using transport_test::raw_connect;
 using transport_test::raw_header;
 using transport_test::raw_service;
@@ -37,28 +38,14 @@ namespace {
 
 constexpr const char *of_the_switch = ".switch";
 
-int take_descriptor(msghdr &packet) {
-    int descriptor = -1;
-    if (const cmsghdr *const rights = CMSG_FIRSTHDR(&packet); rights != nullptr && rights->cmsg_type == SCM_RIGHTS)
-        std::memcpy(&descriptor, CMSG_DATA(rights), sizeof descriptor);
-    return descriptor;
-}
-
 // The next request or answer, with its payload wherever that travels; nothing when the other side closed.
 std::optional<answer_frame> receive(const raw_socket &from) {
-    answer_frame frame;
-    frame.payload.resize(300'000);
-    std::array<iovec, 2> parts{{{&frame.header, sizeof frame.header}, {frame.payload.data(), frame.payload.size()}}};
-    std::array<char, CMSG_SPACE(sizeof(int))> control{};
-    msghdr packet{};
-    packet.msg_iov = parts.data();
-    packet.msg_iovlen = parts.size();
-    packet.msg_control = control.data();
-    packet.msg_controllen = control.size();
-    if (recvmsg(from.get(), &packet, MSG_CMSG_CLOEXEC) < static_cast<ssize_t>(sizeof frame.header)) return std::nullopt;
+    std::string packet = from.receive();
+    if (packet.size() < sizeof(raw_header)) return std::nullopt;
+    answer_frame frame{header_of(packet), std::move(packet)};
     frame.payload.resize(frame.header.payload_size);
-    const int file = take_descriptor(packet);
-    if (file < 0) return frame;
+    if (frame.header.place == 0) return frame;
+    const int file = from.receive_descriptor();
     EXPECT_EQ(pread(file, frame.payload.data(), frame.payload.size(), 0), static_cast<ssize_t>(frame.payload.size()));
     close(file);
     frame.header.place = 0;

@@ -15,13 +15,12 @@ constexpr uint32_t connection_in_token = 1u << 24;
 constexpr uint32_t largest_payload = 16 * 1024 * 1024;
 constexpr uint32_t largest_in_packet = 200'000;
 
-void send_in_memory_file(const raw_socket &client, answer_frame frame) {
+void send_in_memory_file(const raw_socket &client, const answer_frame &frame) {
     const int file = memfd_create("answer", MFD_CLOEXEC | MFD_ALLOW_SEALING);
     EXPECT_EQ(write(file, frame.payload.data(), frame.payload.size()), static_cast<ssize_t>(frame.payload.size()));
     EXPECT_EQ(ftruncate(file, frame.header.payload_size), 0);
     EXPECT_EQ(fcntl(file, F_ADD_SEALS, all_seals), 0);
-    frame.header.place = 1;
-    client.send(bytes_of(frame.header), {file});
+    transport_test::send_in_memory_file(client, frame.header, file);
     close(file);
 }
 

@@ -65,9 +65,10 @@ class service_faults_test : public transport_test::transport {
     }
 
     // How often each system call failed. All are here from the start: what is counted takes no memory then.
-    std::map<std::string_view, int> failures_{{"accept4", 0}, {"close", 0},      {"epoll_ctl", 0},    {"epoll_wait", 0},
-                                              {"fcntl", 0},   {"getsockopt", 0}, {"memfd_create", 0}, {"recvmsg", 0},
-                                              {"send", 0},    {"sendmsg", 0},    {"setsockopt", 0},   {"write", 0}};
+    std::map<std::string_view, int> failures_{{"accept4", 0},      {"close", 0},   {"epoll_ctl", 0},  {"epoll_wait", 0},
+                                              {"fcntl", 0},        {"fstat", 0},   {"getsockopt", 0}, {"ioctl", 0},
+                                              {"memfd_create", 0}, {"pread", 0},   {"recv", 0},       {"recvmsg", 0},
+                                              {"send", 0},         {"sendmsg", 0}, {"setsockopt", 0}, {"write", 0}};
 
   private:
     void note(const faulty_system &system) {
@@ -77,11 +78,12 @@ class service_faults_test : public transport_test::transport {
     }
     void note(const faulty_heap &) {}
 
-    // Returns whether the answer came, whole.
+    // Asks with a request as large as the answer. Returns whether that came, whole.
     static bool ask(uint32_t answer_size) {
         const transport_test::open_handle handle;
-        const std::string size(reinterpret_cast<const char *>(&answer_size), sizeof answer_size);
-        const uint32_t token = transport_test::send_request(handle, transport_test::answer_size, size);
+        std::string payload = transport_test::word(answer_size);
+        payload.resize(answer_size);
+        const uint32_t token = transport_test::send_request(handle, transport_test::answer_size, payload);
         const mts_recv_options_t options = transport_test::answer_to(token, wait);
         mts_msg_t answer{};
         if (mts_recv(handle, &answer, &options) != 0) return false;

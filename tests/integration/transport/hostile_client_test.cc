@@ -7,6 +7,15 @@ namespace transport_test {
 
 namespace {
 
+// Asks for a look at a page that travels in a memory file.
+raw_header request_of_a_page() {
+    raw_header request;
+    request.opcode = report_tail;
+    request.place = 1;
+    request.payload_size = 4096;
+    return request;
+}
+
 class hostile_client : public transport, public testing::WithParamInterface<hostile_frame> {};
 
 TEST_P(hostile_client, loses_its_own_connection_only) {
@@ -42,12 +51,65 @@ TEST_F(transport, sealed_memory_file_is_accepted_from_a_raw_client) {
     const service_thread service;
     const raw_socket client = raw_connect(file("fe000000-43"));
     const raw_memory_file memory(4096, all_seals);
+    send_in_memory_file(client, request_of_a_page(), memory.get());
+    EXPECT_EQ(client.receive().substr(0, 1), "\1");
+}
+
+TEST_F(transport, large_answer_is_announced_and_its_descriptor_follows) {
+    const service_thread service;
+    const raw_socket client = raw_connect(file("fe000000-43"));
+    constexpr uint32_t large = 1024 * 1024;
     raw_header request;
-    request.opcode = report_tail;
-    request.place = 1;
-    request.payload_size = 4096;
-    client.send(bytes_of(request), {memory.get()});
-    EXPECT_EQ(client.receive().substr(sizeof(raw_header)), "\1");
+    request.opcode = answer_size;
+    request.payload_size = sizeof large;
+    client.send(bytes_of(request, word(large)));
+    raw_header announcement = request;
+    announcement.kind = 2;
+    announcement.place = 1;
+    announcement.payload_size = large;
+    EXPECT_EQ(client.receive(), bytes_of(announcement));
+    const int memory = client.receive_descriptor();
+    std::string payload(large, '\0');
+    EXPECT_EQ(pread(memory, payload.data(), large, 0), ssize_t{large});
+    EXPECT_TRUE(payload == pattern(large));
+    EXPECT_EQ(fcntl(memory, F_GET_SEALS) & all_seals, all_seals);
+    close(memory);
+}
+
+TEST_F(transport, descriptor_that_nothing_announced_is_dropped_and_its_frame_served) {
+    const service_thread service;
+    const raw_socket client = raw_connect(file("fe000000-43"));
+    const raw_memory_file memory(4096, all_seals);
+    raw_header request;
+    request.payload_size = 4;
+    const size_t descriptors = count_open_descriptors();
+    client.send(bytes_of(request, "1234"), {memory.get(), memory.get()});
+    EXPECT_EQ(client.receive().substr(0, 4), "1234");
+    EXPECT_EQ(count_open_descriptors(), descriptors + 1) << "only the service's end of the connection is new";
+}
+
+// Each exchange of the other client is a round of the service's loop at least.
+TEST_F(transport, announced_memory_file_is_not_waited_for_by_the_service) {
+    const service_thread service;
+    const raw_socket client = raw_connect(file("fe000000-43"));
+    const raw_memory_file memory(4096, all_seals);
+    client.send(bytes_of(request_of_a_page()));
+    const open_handle other;
+    for (int i = 0; i < 5; ++i) EXPECT_EQ(exchange(other, echo, "served meanwhile"), "served meanwhile");
+    client.send(descriptor_packet, {memory.get()});
+    EXPECT_EQ(client.receive().substr(0, 1), "\1");
+    send_in_memory_file(client, request_of_a_page(), memory.get());
+    EXPECT_EQ(client.receive().substr(0, 1), "\1") << "the next one";
+}
+
+TEST_F(transport, client_that_vanishes_behind_an_announcement_harms_nobody) {
+    const service_thread service;
+    const open_handle handle;
+    EXPECT_EQ(exchange(handle, echo, "before"), "before");
+    const size_t descriptors = count_open_descriptors();
+    raw_connect(file("fe000000-43")).send(bytes_of(request_of_a_page()));
+    for (int i = 0; i < 5; ++i) EXPECT_EQ(exchange(handle, echo, "after"), "after");
+    EXPECT_EQ(count_open_descriptors(), descriptors);
 }
 
 TEST_F(transport, client_that_vanishes_before_its_answer_harms_nobody) {

@@ -26,6 +26,32 @@ TEST_F(transport, send_to_a_service_that_does_not_read_fails_when_its_queue_is_f
     EXPECT_NE(send_request(handle, echo, "there is room again"), 0u);
 }
 
+class transport_requests : public transport, public testing::WithParamInterface<int> {};
+
+// A large request takes two packets: however many small ones fill the queue before, it holds no half of one.
+TEST_P(transport_requests, that_are_large_fill_a_queue_with_whole_ones) {
+    const raw_service service(file("fe000000-43"));
+    const open_handle handle;
+    for (int i = 0; i < GetParam(); ++i) ASSERT_NE(send_request(handle, echo), 0u);
+    const std::string large = pattern(300'000);
+    const std::vector<uint32_t> tokens = fill(handle, echo, large);
+    EXPECT_GT(tokens.size(), 20u);
+    const raw_socket connection = service.accept();
+    for (int i = 0; i < GetParam(); ++i) EXPECT_EQ(header_of(connection.receive()).place, 0);
+    for (const uint32_t token : tokens) {
+        const raw_header announcement = header_of(connection.receive());
+        EXPECT_EQ(announcement.token, token);
+        EXPECT_EQ(announcement.payload_size, large.size());
+        const int memory = connection.receive_descriptor();
+        EXPECT_EQ(lseek(memory, 0, SEEK_END), static_cast<off_t>(large.size()));
+        close(memory);
+    }
+    EXPECT_NE(send_request(handle, echo, "there is room again"), 0u);
+    EXPECT_EQ(connection.receive().substr(0, 5), "there");
+}
+
+INSTANTIATE_TEST_SUITE_P(behind_small_ones, transport_requests, testing::Values(0, 1));
+
 TEST_F(transport, client_that_does_not_receive_is_held_up_and_loses_nothing) {
     const service_thread service;
     const open_handle slow;

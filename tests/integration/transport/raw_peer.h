@@ -20,9 +20,9 @@ namespace transport_test {
 
 // The header of a frame as it lies on the wire.
 struct raw_header {
-    uint32_t magic = 0x4d545301;
+    uint32_t magic = 0x4d545302;
     uint16_t kind = 1;   // 1 request, 2 answer, 3 CMI request, 4 CMI answer
-    uint16_t place = 0;  // 0 in the packet, 1 in a memory file
+    uint16_t place = 0;  // 0 in the packet, 1 in a memory file, whose descriptor comes in the next packet
     uint32_t opcode = 1000;
     uint32_t token = 1;
     uint32_t message_id = 1;
@@ -31,7 +31,15 @@ struct raw_header {
 };
 
 inline std::string bytes_of(const raw_header &header, const std::string &payload = {}) {
-    return std::string(reinterpret_cast<const char *>(&header), sizeof header) + payload;
+    return payload + std::string(reinterpret_cast<const char *>(&header), sizeof header);
+}
+
+// The header of a packet that has one.
+inline raw_header header_of(const std::string &packet) {
+    raw_header header;
+    EXPECT_GE(packet.size(), sizeof header);
+    packet.copy(reinterpret_cast<char *>(&header), sizeof header, packet.size() - sizeof header);
+    return header;
 }
 
 inline sockaddr_un raw_address(const std::string &path) {
@@ -51,6 +59,11 @@ class raw_socket {
     int get() const { return fd_; }
 
     void send(const std::string &packet, const std::vector<int> &descriptors = {}) const {
+        EXPECT_TRUE(is_sent(packet, descriptors));
+    }
+
+    // Sends the packet, unless the other side has closed. Returns whether it went out.
+    bool is_sent(const std::string &packet, const std::vector<int> &descriptors) const {
         iovec part = {const_cast<char *>(packet.data()), packet.size()};
         std::vector<char> control(CMSG_SPACE(sizeof(int) * descriptors.size()));
         msghdr message{};
@@ -65,20 +78,46 @@ class raw_socket {
             rights->cmsg_len = CMSG_LEN(sizeof(int) * descriptors.size());
             std::memcpy(CMSG_DATA(rights), descriptors.data(), sizeof(int) * descriptors.size());
         }
-        EXPECT_EQ(sendmsg(fd_, &message, MSG_NOSIGNAL), static_cast<ssize_t>(packet.size()));
+        return sendmsg(fd_, &message, MSG_NOSIGNAL) == static_cast<ssize_t>(packet.size());
     }
 
     // The next packet; empty when the other side closed.
     std::string receive() const {
-        std::string packet(65536, '\0');
+        std::string packet(size_t{256} * 1024, '\0');
         const ssize_t size = recv(fd_, packet.data(), packet.size(), 0);
         packet.resize(size > 0 ? static_cast<size_t>(size) : 0);
         return packet;
     }
 
+    // The descriptor that comes with the next packet; -1 when none does.
+    int receive_descriptor() const {
+        char byte = 0;
+        iovec part = {&byte, sizeof byte};
+        alignas(cmsghdr) char control[CMSG_SPACE(sizeof(int))];
+        msghdr packet{};
+        packet.msg_iov = &part;
+        packet.msg_iovlen = 1;
+        packet.msg_control = control;
+        packet.msg_controllen = sizeof control;
+        EXPECT_EQ(recvmsg(fd_, &packet, MSG_CMSG_CLOEXEC), 1);
+        int descriptor = -1;
+        if (const cmsghdr *const rights = CMSG_FIRSTHDR(&packet); rights != nullptr && rights->cmsg_type == SCM_RIGHTS)
+            std::memcpy(&descriptor, CMSG_DATA(rights), sizeof descriptor);
+        return descriptor;
+    }
+
   private:
     int fd_;
 };
+
+// The packet that carries the descriptor of a memory file, which another announced.
+inline constexpr const char *descriptor_packet = "x";
+
+inline void send_in_memory_file(const raw_socket &peer, raw_header header, int file) {
+    header.place = 1;
+    peer.send(bytes_of(header));
+    peer.send(descriptor_packet, {file});
+}
 
 // Plays a client.
 inline raw_socket raw_connect(const std::string &path) {
@@ -121,13 +160,17 @@ class raw_memory_file {
 
 inline constexpr int all_seals = F_SEAL_SHRINK | F_SEAL_GROW | F_SEAL_WRITE;
 
+// What a default send buffer takes. Peers receive no more.
+inline constexpr uint32_t largest_packet = 212992 - 32;
+
 // A frame that no peer may accept.
 struct hostile_frame {
     const char *name;
     std::string (*packet)(raw_header header);
-    off_t file_size = -1;  // -1: no memory file comes along
+    off_t file_size = -1;  // of the memory file whose descriptor is in the next packet; -1: there is no such packet
     int seals = all_seals;
-    int copies = 1;  // how many descriptors of the file come along
+    int copies = 1;  // how many descriptors of the file are there
+    const char *second_packet = descriptor_packet;
 };
 
 inline const std::vector<hostile_frame> hostile_frames = {
@@ -178,13 +221,18 @@ inline const std::vector<hostile_frame> hostile_frames = {
          h.payload_size = 0xffffffff;
          return bytes_of(h, "1234");
      }},
+    {"frame_and_one_byte",
+     [](raw_header h) {
+         h.payload_size = largest_packet - sizeof h;
+         return bytes_of(h, std::string(h.payload_size, 'x')) + "x";
+     }},
     {"memory_file_missing",
      [](raw_header h) {
          h.place = 1;
          h.payload_size = 4096;
          return bytes_of(h);
-     }},
-    {"memory_file_unannounced", [](raw_header h) { return bytes_of(h); }, 4096},
+     },
+     4096, all_seals, 0},
     {"memory_file_and_payload",
      [](raw_header h) {
          h.place = 1;
@@ -234,12 +282,23 @@ inline const std::vector<hostile_frame> hostile_frames = {
          return bytes_of(h);
      },
      4096, all_seals, 2},
+    {"memory_file_in_a_longer_packet",
+     [](raw_header h) {
+         h.place = 1;
+         h.payload_size = 4096;
+         return bytes_of(h);
+     },
+     4096, all_seals, 1, "xx"},
 };
 
+// The peer may hang up at the first packet.
 inline void send_hostile(const raw_socket &peer, const hostile_frame &frame, const raw_header &header) {
-    if (frame.file_size < 0) return peer.send(frame.packet(header));
+    constexpr int room = 2 * largest_packet;
+    EXPECT_EQ(setsockopt(peer.get(), SOL_SOCKET, SO_SNDBUF, &room, sizeof room), 0);
+    peer.send(frame.packet(header));
+    if (frame.file_size < 0) return;
     const raw_memory_file file(frame.file_size, frame.seals);
-    peer.send(frame.packet(header), std::vector<int>(static_cast<size_t>(frame.copies), file.get()));
+    peer.is_sent(frame.second_packet, std::vector<int>(static_cast<size_t>(frame.copies), file.get()));
 }
 
 inline std::string name_of(const testing::TestParamInfo<hostile_frame> &info) { return info.param.name; }
