@@ -10,7 +10,6 @@
 
 #include <cerrno>
 #include <cstring>
-#include <utility>
 
 #include "platform_dev/mts_dev.h"
 
@@ -182,9 +181,10 @@ int frame_receiver::receive(int socket, int flags, frame_header &header, void *b
         if (error != 0 || header.place == payload_place::in_packet) return error;
         announced_ = header;
     }
-    const int error = receive_descriptor(socket, memory_file);
-    if (error == 0) header = *std::exchange(announced_, std::nullopt);
-    return error;
+    if (const int error = receive_descriptor(socket, memory_file)) return error;
+    header = *announced_;
+    announced_.reset();
+    return 0;
 }
 
 int read_memory_file(const unique_fd &memory_file, void *buffer, size_t size) {
