@@ -15,6 +15,7 @@ namespace bench {
 namespace {
 
 constexpr const char *bare_datagram = "bare datagram socket pair";
+constexpr const char *named_datagram = "bare datagram sockets that any client can reach";
 
 // A contest of exchanges, with the services that it takes.
 class exchange_contest {
@@ -65,12 +66,13 @@ void measure_one_port(report &report, const std::string &directory) {
     contest.add(our_client("get over CMI, parse included", get_over_cmi, one_port));
     contest.add(our_client("transport alone", transport_alone, one_port));
     add_bare_datagram(contest, sizes);
+    contest.add(bare_datagrams(named_datagram, directory, sizes));
     add_peers(contest, directory, sizes);
     if constexpr (has_peers) contest.add(netlink_link_query());
     const auto rows = contest.run();
     report.table(title_of("one port", sizes), "ns", rows);
-    report.at_most("query and parse of one port, of " + std::string(bare_datagram), 1 / times_ours(rows, bare_datagram),
-                   1.15);
+    for (const char *const bare : {bare_datagram, named_datagram})
+        report.at_most("query and parse of one port, of " + std::string(bare), 1 / times_ours(rows, bare), 1.15);
     compare_with_peer(report, rows, "sd-bus peer to peer", 1.6);
     compare_with_peer(report, rows, "sd-bus through dbus-daemon", 4);
     compare_with_peer(report, rows, "ZeroMQ", 4);
