@@ -30,11 +30,11 @@ constexpr uint32_t type_of(const relocation_entry &entry) { return ELF32_R_TYPE(
 
 elf_file::elf_file(const std::string &path) : bytes_(content_of(path)) {}
 
-std::vector<ElfW(Shdr)> elf_file::sections(uint32_t type) const {
-    const auto &header = *at<ElfW(Ehdr)>(0);
-    std::vector<ElfW(Shdr)> found;
+std::vector<elf_section> elf_file::sections(uint32_t type) const {
+    const auto &header = *at<elf_header>(0);
+    std::vector<elf_section> found;
     for (size_t i = 0; i < header.e_shnum; ++i) {
-        const auto &section = at<ElfW(Shdr)>(header.e_shoff)[i];
+        const auto &section = at<elf_section>(header.e_shoff)[i];
         if (section.sh_type == type) found.push_back(section);
     }
     return found;
@@ -63,10 +63,10 @@ size_t elf_file::writable_data() const {
     return size;
 }
 
-bool elf_file::is_read_only_when_loaded(ElfW(Addr) address) const {
-    const auto &header = *at<ElfW(Ehdr)>(0);
+bool elf_file::is_read_only_when_loaded(elf_address address) const {
+    const auto &header = *at<elf_header>(0);
     for (size_t i = 0; i < header.e_phnum; ++i) {
-        const auto &segment = at<ElfW(Phdr)>(header.e_phoff)[i];
+        const auto &segment = at<elf_segment>(header.e_phoff)[i];
         if (segment.p_type == PT_GNU_RELRO && address - segment.p_vaddr < segment.p_memsz) return true;
     }
     return false;

@@ -10,8 +10,14 @@
 
 namespace bench {
 
+// Those of the width of this program.
+using elf_address = ElfW(Addr);
+using elf_header = ElfW(Ehdr);
+using elf_section = ElfW(Shdr);
+using elf_segment = ElfW(Phdr);
+
 struct relocation {
-    ElfW(Addr) address;
+    elf_address address;
     uint32_t type;
 };
 
@@ -26,14 +32,14 @@ class elf_file {
     // Bytes of .data.
     [[nodiscard]] size_t writable_data() const;
     // Whether the loader takes the right to write there away after it has relocated the file.
-    [[nodiscard]] bool is_read_only_when_loaded(ElfW(Addr) address) const;
+    [[nodiscard]] bool is_read_only_when_loaded(elf_address address) const;
 
   private:
     template <typename Type>
     const Type *at(size_t offset) const {
         return reinterpret_cast<const Type *>(bytes_.data() + offset);
     }
-    [[nodiscard]] std::vector<ElfW(Shdr)> sections(uint32_t type) const;
+    [[nodiscard]] std::vector<elf_section> sections(uint32_t type) const;
 
     std::string bytes_;
 };

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "services/port_selection.h"
 
+#include <span>
+
 #include "platform/if_index.h"
 #include "port_mgr/port_info_request.h"
 #include "port_mgr/status.h"
@@ -15,8 +17,10 @@ namespace {
 // ports are being selected.
 void fetch_ahead(const port &of) {
     constexpr size_t cache_line = 64;
-    const auto *const info = reinterpret_cast<const volatile uint8_t *>(&of.info);
-    for (size_t at = 0; at < sizeof of.info; at += cache_line) static_cast<void>(info[at]);
+    const std::span bytes(reinterpret_cast<const volatile uint8_t *>(&of.info), sizeof of.info);
+    for (size_t at = 0; at < bytes.size(); at += cache_line) {
+        [[maybe_unused]] const uint8_t fetched = bytes[at];
+    }
 }
 
 uint32_t select_range(const chassis_model &model, const pm_if_index_range_t &range, port_list &ports) {

@@ -32,7 +32,7 @@ struct packed_texts {
     std::array<char, size> characters{};
     std::array<uint16_t, 256> starts{};
 
-    [[nodiscard]] constexpr const char *of(uint8_t code) const { return characters.data() + starts[code]; }
+    [[nodiscard]] constexpr const char *of(uint8_t code) const { return &characters[starts[code]]; }
 };
 
 template <const text_form &form>
