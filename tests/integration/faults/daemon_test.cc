@@ -50,7 +50,7 @@ class meeting_place {
 
 void wait_until_readable(int socket) {
     pollfd readable{socket, POLLIN, 0};
-    constexpr int limit_ms = 10'000;
+    constexpr int limit_ms = 60'000;
     EXPECT_EQ(poll(&readable, 1, limit_ms), 1);
 }
 
