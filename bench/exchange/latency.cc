@@ -88,12 +88,16 @@ void measure_brief_list(report &report, const std::string &directory) {
     report.table(title_of("brief list of 48 ports", sizes), "ns", contest.run());
 }
 
+void add_full_queries(exchange_contest &contest, const workload &asked) {
+    contest.add(our_client("query, nothing parsed", query, asked));
+    contest.add(our_client("query and parse", query_and_parse, asked));
+    contest.add(our_client("transport alone", transport_alone, asked));
+}
+
 void measure_full_list(report &report, const std::string &directory) {
     const payload_sizes sizes = sizes_of(full_list);
     exchange_contest contest;
-    contest.add(our_client("query, nothing parsed", query, full_list));
-    contest.add(our_client("query and parse", query_and_parse, full_list));
-    contest.add(our_client("transport alone", transport_alone, full_list));
+    add_full_queries(contest, full_list);
     add_bare_datagram(contest, sizes);
     add_peers(contest, directory, sizes);
     report.table(title_of("528 ports with 12 elements each", sizes), "ns", contest.run());
@@ -102,9 +106,7 @@ void measure_full_list(report &report, const std::string &directory) {
 void measure_large_list(report &report, const std::string &directory) {
     const payload_sizes sizes = sizes_of(large_list);
     exchange_contest contest;
-    contest.add(our_client("query, nothing parsed", query, large_list));
-    contest.add(our_client("query and parse", query_and_parse, large_list));
-    contest.add(our_client("transport alone", transport_alone, large_list));
+    add_full_queries(contest, large_list);
     add_bare_datagram(contest, sizes);
     contest.add(bare_pair("bare sequenced-packet socket pair", SOCK_SEQPACKET, sizes));
     contest.add(bare_pair("bare stream socket pair", SOCK_STREAM, sizes));
