@@ -3,19 +3,14 @@
 
 #include <fmt/core.h>
 
+#include <algorithm>
+#include <iterator>
 #include <set>
 
 #include "command_line/interface_words.h"
 #include "switch/switch_client.h"
 
 namespace pmctl {
-namespace {
-
-void append(std::vector<pm_port_info_t> &ports, const std::vector<pm_port_info_t> &more) {
-    ports.insert(ports.end(), more.begin(), more.end());
-}
-
-}  // namespace
 
 std::vector<interface_range> named_ranges(const arguments &given) {
     std::vector<interface_range> all = interfaces_named(given.words("NAME"));
@@ -23,16 +18,9 @@ std::vector<interface_range> named_ranges(const arguments &given) {
     return all;
 }
 
-std::vector<if_index_t> interfaces_of_switch() {
-    std::vector<if_index_t> all;
-    const auto ports = switch_client().brief_ports();
-    for (const pm_port_info_brief_t &port : ports.all()) all.push_back(if_index_t{port.if_index});
-    return all;
-}
-
 std::vector<if_index_t> existing_interfaces(const std::vector<interface_range> &ranges,
                                             std::vector<std::string> &failures) {
-    const std::vector<if_index_t> all = interfaces_of_switch();
+    const std::vector<if_index_t> all = switch_client().interfaces();
     if (ranges.empty()) return all;
     const std::set<if_index_t> existing(all.begin(), all.end());
     std::set<if_index_t> seen;
@@ -64,7 +52,7 @@ std::vector<pm_port_info_t> asked_ports(const std::vector<interface_range> &rang
         switch_client client;
         if (ranges.empty()) ports = client.ports();
         for (const interface_range &range : ranges)
-            if (!attempt(failures, [&] { append(ports, client.ports(range)); })) break;
+            if (!attempt(failures, [&] { std::ranges::copy(client.ports(range), std::back_inserter(ports)); })) break;
     });
     return ports;
 }

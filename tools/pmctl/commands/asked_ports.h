@@ -13,9 +13,6 @@ namespace pmctl {
 // The ranges given as NAME, none for every interface. Throws usage_error.
 std::vector<interface_range> named_ranges(const arguments &given);
 
-// Every interface of the switch. Throws as a query does.
-std::vector<if_index_t> interfaces_of_switch();
-
 // What exists of the ranges, each interface once, in the order in which they are named; no range stands for every
 // interface. A range of which nothing exists is noted as a failure. Throws as a query does.
 std::vector<if_index_t> existing_interfaces(const std::vector<interface_range> &ranges,

@@ -35,8 +35,7 @@ class short_patience {
 std::vector<std::string> live_interface_names() try {
     const short_patience limit;
     std::vector<std::string> names;
-    const auto ports = switch_client().brief_ports();
-    for (const pm_port_info_brief_t &port : ports.all()) names.push_back(interface_name(port.if_index));
+    for (const if_index_t index : switch_client().interfaces()) names.push_back(interface_name(index));
     return names;
 } catch (const switch_unavailable &) {
     return {};

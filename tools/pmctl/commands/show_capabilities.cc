@@ -7,6 +7,7 @@
 #include "port_mgr/port_capabilities.h"
 #include "port_mgr/transceiver_kind.h"
 #include "switch/interface_names.h"
+#include "switch/switch_client.h"
 
 namespace pmctl {
 namespace {
@@ -40,7 +41,7 @@ std::vector<if_index_t> asked_interfaces(const arguments &given, std::vector<std
     if (ranges.empty() && !given.has("--all"))
         throw usage_error("show interface capabilities needs names of interfaces, or --all");
     std::vector<if_index_t> all = members_of(ranges);
-    if (given.has("--all")) attempt(failures, [&all] { all = interfaces_of_switch(); });
+    if (given.has("--all")) attempt(failures, [&all] { all = switch_client().interfaces(); });
     return all;
 }
 

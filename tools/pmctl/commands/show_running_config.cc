@@ -6,6 +6,7 @@
 #include "commands/asked_ports.h"
 #include "output/command_lines.h"
 #include "switch/configuration.h"
+#include "switch/switch_client.h"
 
 namespace pmctl {
 namespace {
@@ -26,7 +27,7 @@ std::vector<pm_port_info_t> configured(const Subjects &subjects, std::vector<std
 
 // In the order of their indexes.
 std::vector<pm_port_info_t> all_configured(std::vector<std::string> &failures) {
-    std::vector<pm_port_info_t> ports = configured(owner_pages(interfaces_of_switch()), failures);
+    std::vector<pm_port_info_t> ports = configured(owner_pages(switch_client().interfaces()), failures);
     std::stable_sort(ports.begin(), ports.end(), [](const pm_port_info_t &one, const pm_port_info_t &other) {
         return one.if_index < other.if_index;
     });

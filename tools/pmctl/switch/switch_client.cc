@@ -33,10 +33,15 @@ record_array<pm_port_info_brief_t> switch_client::brief_ports() {
     return query<pm_port_info_brief_t>(every_interface, request, pm_parse_get_port_info_brief);
 }
 
-std::vector<pm_port_info_t> switch_client::ports(const paging &by) {
+std::vector<if_index_t> switch_client::interfaces() {
     std::vector<if_index_t> existing;
     const auto brief = brief_ports();
     for (const pm_port_info_brief_t &port : brief.all()) existing.push_back(if_index_t{port.if_index});
+    return existing;
+}
+
+std::vector<pm_port_info_t> switch_client::ports(const paging &by) {
+    std::vector<if_index_t> existing = interfaces();
     std::vector<pm_port_info_t> ports;
     ports.reserve(existing.size());
     add_ports_of_pages(connection_, every_interface, consecutive_pages(std::move(existing), by.ports_of_page),

@@ -20,6 +20,9 @@ class switch_client {
     // Every port in brief.
     record_array<pm_port_info_brief_t> brief_ports();
 
+    // The index of every port.
+    std::vector<if_index_t> interfaces();
+
     // Every port in full, in the order of their indexes.
     std::vector<pm_port_info_t> ports(const paging &by = {});
 
