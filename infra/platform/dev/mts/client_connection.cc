@@ -53,12 +53,6 @@ int client_connection::send(const frame_header &header, const void *payload) {
 }
 
 int client_connection::receive(uint32_t seconds, packet_buffers &buffers, received_frame &frame) {
-    const int error = receive_answer(seconds, buffers, frame);
-    if (error == ECONNRESET || error == EPROTO) close();
-    return error;
-}
-
-int client_connection::receive_answer(uint32_t seconds, packet_buffers &buffers, received_frame &frame) {
     if (const int error = limit_wait(seconds)) return error;
     const int flags = seconds == 0 ? MSG_DONTWAIT : 0;
     if (const int error =

@@ -35,7 +35,7 @@ class client_connection {
     [[nodiscard]] bool owes_answers() const { return unanswered_ > 0; }
 
     // Receives the next frame, waiting up to `seconds`; 0 does not wait. Results are those of frame_receiver::receive,
-    // and ENOMEM. The connection is closed when the service ended or sent what is no answer.
+    // and ENOMEM. After ECONNRESET and EPROTO the connection is of no use any more.
     [[nodiscard]] int receive(uint32_t seconds, packet_buffers &buffers, received_frame &frame);
 
     // Counts an answer that was received. Returns false when there are more answers than requests.
@@ -43,7 +43,6 @@ class client_connection {
 
   private:
     [[nodiscard]] int limit_wait(uint32_t seconds);
-    [[nodiscard]] int receive_answer(uint32_t seconds, packet_buffers &buffers, received_frame &frame);
 
     uint32_t node_;
     uint32_t sap_;

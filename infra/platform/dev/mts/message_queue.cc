@@ -75,6 +75,13 @@ int message_queue::next(uint32_t seconds, received_frame &answer) {
     }
 }
 
+int message_queue::readable_descriptor(int &descriptor) {
+    if (!readiness_.is_open())
+        if (const int error = open_readiness()) return error;
+    descriptor = readiness_.descriptor();
+    return 0;
+}
+
 client_connection *message_queue::connection_to(uint32_t node, uint32_t sap) {
     const auto found = std::find_if(connections_.begin(), connections_.end(),
                                     [&](const client_connection &known) { return known.leads_to(node, sap); });
@@ -106,18 +113,47 @@ int message_queue::send_over(client_connection &connection, const frame_header &
         received_frame answer;  // what the service answered before it ended
         while (receive_from(connection, 0, answer) == 0) keep(std::move(answer));
     }
-    if (const int error = connection.open(directory_, next_serial_)) return error;
+    if (const int error = open(connection)) return error;
     return connection.send(header, payload);
+}
+
+int message_queue::open(client_connection &connection) {
+    close(connection);
+    if (const int error = connection.open(directory_, next_serial_)) return error;
+    const int error = readiness_.watch(connection.descriptor());
+    if (error != 0) close(connection);
+    return error;
+}
+
+// A process that was forked may still have the socket, so that closing it here does not end the watch.
+void message_queue::close(client_connection &connection) {
+    readiness_.forget(connection.descriptor());
+    connection.close();
+}
+
+// What was opened and kept before anybody asked for the descriptor counts, too.
+int message_queue::open_readiness() {
+    readiness opened;
+    if (const int error = opened.open()) return error;
+    for (const client_connection &connection : connections_)
+        if (connection.is_open())
+            if (const int error = opened.watch(connection.descriptor())) return error;
+    opened.show_kept(!kept_.empty());
+    readiness_ = std::move(opened);
+    return 0;
 }
 
 // `owed` is an answer that is good even when there were as many as requests already.
 int message_queue::receive_from(client_connection &connection, uint32_t seconds, received_frame &answer,
                                 const awaited_answer *owed) {
-    if (const int error = connection.receive(seconds, buffers_, answer)) return error;
-    const bool is_due = connection.count_answer() || (owed && owed->is(answer.header));
-    if (is_due && connection_of(answer.header.token) == &connection) return 0;
-    connection.close();  // it answers what it was not asked, or another service was
-    return EPROTO;
+    int error = connection.receive(seconds, buffers_, answer);
+    const auto is_good = [&] {
+        const bool is_due = connection.count_answer() || (owed && owed->is(answer.header));
+        return is_due && connection_of(answer.header.token) == &connection;
+    };
+    if (error == 0 && !is_good()) error = EPROTO;  // it answers what it was not asked, or another service was
+    if (error == ECONNRESET || error == EPROTO) close(connection);
+    return error;
 }
 
 int message_queue::wait_for_any(const deadline &limit, client_connection *&ready) {
@@ -139,6 +175,7 @@ bool message_queue::take_kept(uint32_t token, received_frame &answer) {
     answer = std::move(*found);
     kept_.erase(found);
     kept_bytes_ -= memory_of(answer);
+    if (kept_.empty()) readiness_.show_kept(false);
     return true;
 }
 
@@ -146,6 +183,7 @@ void message_queue::keep(received_frame answer) {
     if (answer.header.kind != frame_kind::message_answer) return;  // nobody asks again for what cmi_req_resp gave up
     kept_bytes_ += memory_of(answer);
     kept_.push_back(std::move(answer));
+    readiness_.show_kept(true);
     while (kept_.size() > max_kept || kept_bytes_ > max_kept_bytes) {
         kept_bytes_ -= memory_of(kept_.front());
         kept_.erase(kept_.begin());

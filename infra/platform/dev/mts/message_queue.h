@@ -8,6 +8,7 @@
 
 #include "mts/client_connection.h"
 #include "mts/deadline.h"
+#include "mts/readiness.h"
 
 namespace platform_dev {
 
@@ -35,6 +36,10 @@ class message_queue {
     // Waits for the next message of any request. Errors are those of await.
     [[nodiscard]] int next(uint32_t seconds, received_frame &answer);
 
+    // Sets `descriptor` to one that is readable while an answer can be received without waiting, or a service has
+    // ended. It is the queue's.
+    [[nodiscard]] int readable_descriptor(int &descriptor);
+
     // Takes back the buffer of a released message.
     void give_back(heap_block buffer) { buffers_.give_back(std::move(buffer)); }
 
@@ -47,6 +52,9 @@ class message_queue {
     [[nodiscard]] client_connection *connection_of(uint32_t token);
     [[nodiscard]] uint32_t next_token(const client_connection &connection) const;
     [[nodiscard]] uint64_t serial_of(uint32_t token) const;
+    [[nodiscard]] int open(client_connection &connection);
+    void close(client_connection &connection);
+    [[nodiscard]] int open_readiness();
     [[nodiscard]] int send_over(client_connection &connection, const frame_header &header, const void *payload);
     [[nodiscard]] int receive_from(client_connection &connection, uint32_t seconds, received_frame &answer,
                                    const awaited_answer *owed = nullptr);
@@ -58,6 +66,7 @@ class message_queue {
     std::vector<client_connection> connections_;
     std::vector<received_frame> kept_;  // messages only, the oldest first
     size_t kept_bytes_ = 0;
+    readiness readiness_;
     packet_buffers buffers_;
     uint64_t next_serial_ = 1;
     int last_error_ = 0;

@@ -6,7 +6,7 @@
 #include <new>
 
 #include "common/runtime_dir.h"
-#include "mts/handle_table.h"
+#include "mts/handle_operation.h"
 
 using namespace platform_dev;
 
@@ -25,6 +25,13 @@ int32_t mts_dev_close(mts_handle_t handle) {
     if (close_handle(handle)) return 0;
     errno = EBADF;
     return -1;
+}
+
+int mts_dev_descriptor(mts_handle_t handle) {
+    int descriptor = -1;
+    const auto open = [&](message_queue &queue) { return queue.readable_descriptor(descriptor); };
+    if (const int error = run_on_handle(handle, open)) errno = error;
+    return descriptor;
 }
 
 int32_t mts_dev_runtime_dir(char *path, size_t size) {

@@ -25,6 +25,11 @@ mts_handle_t mts_dev_open(void);
  * until they are dropped. Returns 0, or -1 with errno EBADF. */
 int32_t mts_dev_close(mts_handle_t handle);
 
+/* A descriptor for poll, select and epoll: readable while mts_recv has something for this handle without waiting, an
+ * answer or the end of a service. It is opened by the first call, stays the handle's, and ends with it: neither read
+ * nor close it. Returns -1 on failure, with the reason in errno. */
+int mts_dev_descriptor(mts_handle_t handle);
+
 /* Writes the path of the run-time directory, NUL-terminated: $MTS_RUNTIME_DIR, else $XDG_RUNTIME_DIR/port_mgr,
  * else /tmp/port_mgr-UID; a variable that is empty counts as unset. Creates it with mode 0700 when missing.
  *
