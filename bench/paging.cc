@@ -67,7 +67,7 @@ class running_switch {
         std::free(records);
     }
 
-    void ask_in_pages(const pmctl::paging &by = {}) { require(client_.ports(by).size() == ports_, "ports"); }
+    void ask_in_pages(const port_mgr::paging &by = {}) { require(client_.ports(by).size() == ports_, "ports"); }
 
   private:
     unsigned ports_;
@@ -86,7 +86,7 @@ std::vector<result> measure_pages(bench::report &report, const switches &all) {
             fmt::format("{} ports", each->ports()), [&each] { each->ask_in_pages(); }, each->ports());
     constexpr double many_calls = 0.02;  // also of the largest size
     const auto rows = contest.run(21, many_calls);
-    const pmctl::paging usual;
+    const port_mgr::paging usual;
     report.list(fmt::format("in pages of {}, {} under way", usual.ports_of_page, usual.pages_under_way), "ns a port",
                 rows);
     const auto by_cost = [](const result &a, const result &b) { return a.took.median < b.took.median; };

@@ -57,7 +57,7 @@ TEST_F(pmctl_access, configures_for_members_and_shows_to_the_others) {
 TEST_F(pmctl_access, tells_who_may_not_configure) {
     share();
     const virtual_switch_process daemon(director, {"--config-group", std::to_string(admins)});
-    const std::string rejected = "PM_ERR_REJECTED (0x40290009)\n";
+    const std::string rejected = "request rejected (PM_ERR_REJECTED, 0x40290009)\n";
     const run_result set = pmctl_as(junior, {"config", "interface", "fc1/1-4,Ethernet4/1", "shutdown"});
     EXPECT_EQ(set.status, 1);
     EXPECT_EQ(set.messages, "pmctl: the switch takes no configuration from uid 61003: " + rejected);

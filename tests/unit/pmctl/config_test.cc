@@ -98,12 +98,16 @@ TEST_F(config, names_each_interface_that_refused) {
     const auto outcome = run({"interface", "fc1/1-4", "mgmt0", "mtu", "70000"});
     EXPECT_EQ(outcome.status, 1);
     EXPECT_THAT(outcome.output, IsEmpty());
-    EXPECT_THAT(outcome.messages, ElementsAre("fc1/2: it takes no mtu: PM_ERR_REJECTED (0x40290009)",
-                                              "fc1/3: it does not take mtu 70000: PM_ERR_INVALID_PARAM (0x40290003)",
-                                              "fc1/4: the switch could not keep mtu 70000: PM_ERR_FAILURE (0x40290000)",
-                                              "mgmt0: status 0x402900ff"));
+    EXPECT_THAT(
+        outcome.messages,
+        ElementsAre(
+            "fc1/2: it takes no mtu: request rejected (PM_ERR_REJECTED, 0x40290009)",
+            "fc1/3: it does not take mtu 70000: invalid parameter, or malformed answer (PM_ERR_INVALID_PARAM, "
+            "0x40290003)",
+            "fc1/4: the switch could not keep mtu 70000: missing or invalid arguments (PM_ERR_FAILURE, 0x40290000)",
+            "mgmt0: status 0x402900ff"));
     EXPECT_EQ(pmctl::message_line(outcome.messages[0]),
-              "pmctl: fc1/2: it takes no mtu: PM_ERR_REJECTED (0x40290009)\n");
+              "pmctl: fc1/2: it takes no mtu: request rejected (PM_ERR_REJECTED, 0x40290009)\n");
 }
 
 TEST_F(config, configures_what_exists_of_a_range) {
@@ -119,9 +123,10 @@ TEST_F(config, says_what_sub_interfaces_do_not_take) {
     the_switch.set_failures = {{"port-channel20.30", PM_ERR_FAILURE}};
     const auto outcome = run({"interface", "po20.30-31", "fc1/1", "switchport", "mode", "E"});
     EXPECT_EQ(outcome.status, 1);
-    EXPECT_THAT(outcome.messages,
-                ElementsAre("port-channel20.30: it takes no switchport mode: PM_ERR_REJECTED (0x40290009)",
-                            "port-channel20.31: it takes no switchport mode: PM_ERR_REJECTED (0x40290009)"));
+    EXPECT_THAT(
+        outcome.messages,
+        ElementsAre("port-channel20.30: it takes no switchport mode: request rejected (PM_ERR_REJECTED, 0x40290009)",
+                    "port-channel20.31: it takes no switchport mode: request rejected (PM_ERR_REJECTED, 0x40290009)"));
     EXPECT_EQ(the_switch.changes.size(), 2);
 }
 
@@ -142,7 +147,8 @@ TEST_F(config, reports_what_nobody_did) {
     the_switch.set_statuses = {{"port-channel3", PM_ERR_FAILURE}};
     EXPECT_THAT(run({"interface", "po1-3", "port-vsan", "8"}).messages,
                 ElementsAre("port-channel1: no service of this switch takes its port-vsan",
-                            "port-channel3: the switch could not keep port-vsan 8: PM_ERR_FAILURE (0x40290000)"));
+                            "port-channel3: the switch could not keep port-vsan 8: missing or invalid arguments "
+                            "(PM_ERR_FAILURE, 0x40290000)"));
 }
 
 TEST_F(config, reports_all_of_a_range_when_one_cannot_be_asked_about) {
@@ -151,7 +157,7 @@ TEST_F(config, reports_all_of_a_range_when_one_cannot_be_asked_about) {
     the_switch.set_statuses = {{"port-channel2", PM_ERR_REJECTED}};
     EXPECT_THAT(run({"interface", "po1-2", "port-vsan", "8"}).messages,
                 ElementsAre("port-channel1: no service of this switch takes its port-vsan",
-                            "port-channel2: it takes no port-vsan: PM_ERR_REJECTED (0x40290009)"));
+                            "port-channel2: it takes no port-vsan: request rejected (PM_ERR_REJECTED, 0x40290009)"));
 }
 
 TEST_F(config, tells_a_missing_service_from_a_missing_switch) {
@@ -217,15 +223,16 @@ TEST_F(config, says_why_interfaces_are_not_created) {
     };
     EXPECT_THAT(refusal(PM_ERR_INVALID_RANGE, {"subinterface", "create", "eth9/7.2"}),
                 ElementsAre("eth9/7.2: its main interface does not exist, or can have no sub-interfaces: "
-                            "PM_ERR_INVALID_RANGE (0x4029000a)"));
+                            "no such interface or range (PM_ERR_INVALID_RANGE, 0x4029000a)"));
     EXPECT_THAT(refusal(PM_ERR_INVALID_PARAM, {"subinterface", "create", "eth4/7.1"}),
-                ElementsAre("eth4/7.1: the numbers 1, 4094 and 4095 are reserved: PM_ERR_INVALID_PARAM (0x40290003)"));
+                ElementsAre("eth4/7.1: the numbers 1, 4094 and 4095 are reserved: invalid parameter, or malformed "
+                            "answer (PM_ERR_INVALID_PARAM, 0x40290003)"));
     EXPECT_THAT(refusal(PM_ERR_INVALID_RANGE, {"subinterface", "delete", "eth4/7.5", "eth4/7.6"}),
                 ElementsAre("no such interface: eth4/7.5", "no such interface: eth4/7.6"));
     EXPECT_THAT(refusal(PM_ERR_INVALID_RANGE, {"loopback", "delete", "loopback5"}),
                 ElementsAre("no such interface: loopback5"));
     EXPECT_THAT(refusal(PM_ERR_FAILURE, {"loopback", "create", "loopback5"}),
-                ElementsAre("loopback5: PM_ERR_FAILURE (0x40290000)"));
+                ElementsAre("loopback5: missing or invalid arguments (PM_ERR_FAILURE, 0x40290000)"));
     the_switch.changes.clear();
     EXPECT_THAT(refusal(ETIMEDOUT, {"subinterface", "create", "eth4/7.5", "eth4/7.6"}),
                 ElementsAre("eth4/7.5: Connection timed out"));
@@ -273,9 +280,9 @@ TEST_F(config_of_file, goes_on_after_a_failure) {
     EXPECT_THAT(
         outcome.messages,
         ElementsAre(at(1) + "Ethernet4/7.5: its main interface does not exist, or can have no sub-interfaces: "
-                            "PM_ERR_INVALID_RANGE (0x4029000a)",
+                            "no such interface or range (PM_ERR_INVALID_RANGE, 0x4029000a)",
                     at(3) + "no such interface: fc1/1",
-                    at(3) + "fc1/2: it takes no shutdown: PM_ERR_REJECTED (0x40290009)",
+                    at(3) + "fc1/2: it takes no shutdown: request rejected (PM_ERR_REJECTED, 0x40290009)",
                     at(5) + "no such interface: loopback2", at(7) + "mgmt0: its service does not run on this switch"));
     EXPECT_EQ(the_switch.changes.size(), 4);
 }

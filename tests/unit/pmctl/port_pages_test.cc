@@ -10,7 +10,7 @@
 
 namespace {
 
-using pmctl::consecutive_pages;
+using port_mgr::module_pages;
 using testing::Each;
 using testing::ElementsAre;
 using testing::IsEmpty;
@@ -52,10 +52,12 @@ class port_pages : public command_test {
         }
     }
 
-    static std::vector<std::string> ask(const pmctl::paging &by) { return names_of(pmctl::switch_client().ports(by)); }
+    static std::vector<std::string> ask(const port_mgr::paging &by) {
+        return names_of(pmctl::switch_client().ports(by));
+    }
 
     // What the refusal says.
-    static std::string refusal_of(const pmctl::paging &by) {
+    static std::string refusal_of(const port_mgr::paging &by) {
         try {
             ask(by);
         } catch (const pmctl::query_refused &refusal) {
@@ -66,26 +68,28 @@ class port_pages : public command_test {
 };
 
 TEST_F(port_pages, hold_ports_that_follow_one_another) {
-    const auto pages = consecutive_pages(indexes_named({"fc1/1", "fc1/2", "fc1/7", "fc2/1", "fc2/2"}), 3);
-    EXPECT_THAT(names_of(pages), ElementsAre("fc1/1 fc1/7", "fc2/1 fc2/2"));
-    EXPECT_THAT(consecutive_pages({}, 3), IsEmpty());
+    const auto pages = module_pages(indexes_named({"fc1/1", "fc1/2", "fc1/7", "fc1/8"}), 3);
+    EXPECT_THAT(names_of(pages), ElementsAre("fc1/1 fc1/7", "fc1/8 fc1/8"));
+    EXPECT_THAT(module_pages({}, 3), IsEmpty());
 }
 
 TEST_F(port_pages, come_in_the_order_of_indexes) {
-    const auto pages = consecutive_pages(indexes_named({"fc2/1", "fc1/2", "fc1/9", "fc1/1"}), 2);
-    EXPECT_THAT(names_of(pages), ElementsAre("fc1/1 fc1/2", "fc1/9 fc2/1"));
+    const auto pages = module_pages(indexes_named({"fc2/1", "fc1/2", "fc1/9", "fc1/1"}), 2);
+    EXPECT_THAT(names_of(pages), ElementsAre("fc1/1 fc1/2", "fc1/9 fc1/9", "fc2/1 fc2/1"));
 }
 
-TEST_F(port_pages, are_of_one_type_and_one_service) {
+TEST_F(port_pages, are_of_one_type_one_service_and_one_module) {
     the_switch.services = {{"port-channel2", 175}, {"port-channel3", 175}};
-    const auto pages = consecutive_pages(
-        indexes_named({"fc1/1", "Ethernet4/1", "port-channel1", "port-channel2", "port-channel3", "mgmt0"}), 16);
-    EXPECT_THAT(names_of(pages), ElementsAre("fc1/1 fc1/1", "Ethernet4/1 Ethernet4/1", "port-channel1 port-channel1",
-                                             "port-channel2 port-channel3", "mgmt0 mgmt0"));
+    const auto pages = module_pages(
+        indexes_named({"fc1/1", "fc2/1", "Ethernet4/1", "port-channel1", "port-channel2", "port-channel3", "mgmt0"}),
+        16);
+    EXPECT_THAT(names_of(pages),
+                ElementsAre("fc1/1 fc1/1", "fc2/1 fc2/1", "Ethernet4/1 Ethernet4/1", "port-channel1 port-channel1",
+                            "port-channel2 port-channel3", "mgmt0 mgmt0"));
 }
 
 TEST_F(port_pages, hold_sub_interfaces_beside_their_port) {
-    const auto pages = consecutive_pages(indexes_named({"Ethernet4/1", "Ethernet4/1.5", "Ethernet4/2"}), 16);
+    const auto pages = module_pages(indexes_named({"Ethernet4/1", "Ethernet4/1.5", "Ethernet4/2"}), 16);
     EXPECT_THAT(names_of(pages), ElementsAre("Ethernet4/1 Ethernet4/2"));
 }
 
@@ -142,7 +146,7 @@ TEST_F(port_pages, end_with_the_first_that_is_refused) {
     exist_singly(8);
     refuse("fc1/2 fc1/2", PM_ERR_REJECTED);
     refuse("fc1/3 fc1/3", PM_ERR_FAILURE);
-    EXPECT_EQ(refusal_of({1, 4}), "all interfaces: PM_ERR_REJECTED (0x40290009)");
+    EXPECT_EQ(refusal_of({1, 4}), "all interfaces: request rejected (PM_ERR_REJECTED, 0x40290009)");
     EXPECT_THAT(the_switch.asked, SizeIs(1 + 5));  // the fifth after the first answer, none after the second
 }
 
@@ -150,7 +154,7 @@ TEST_F(port_pages, tell_what_happened_first) {
     exist_singly(4);
     refuse("fc1/1 fc1/1", PM_ERR_REJECTED);
     fail("fc1/3 fc1/3", EHOSTUNREACH);
-    EXPECT_EQ(refusal_of({1, 4}), "all interfaces: PM_ERR_REJECTED (0x40290009)");
+    EXPECT_EQ(refusal_of({1, 4}), "all interfaces: request rejected (PM_ERR_REJECTED, 0x40290009)");
     answer("fc1/1 fc1/1", {full_port()});
     EXPECT_EQ(refusal_of({1, 4}), "all interfaces: its service does not run on this switch");
 }
@@ -167,7 +171,7 @@ TEST_F(port_pages, leave_later_ranges_to_be_asked) {
     for (const char *page : {"fc1/17 fc1/32", "fc1/33 fc1/48"}) answer(page, {port_named("fc1/20")});
     answer("fc2/1 fc2/1", {port_named("fc2/1")});
     const auto outcome = run({"show", "interface", "fc1/1-48", "fc2/1"});
-    EXPECT_THAT(outcome.messages, ElementsAre("fc1/1-48: PM_ERR_REJECTED (0x40290009)"));
+    EXPECT_THAT(outcome.messages, ElementsAre("fc1/1-48: request rejected (PM_ERR_REJECTED, 0x40290009)"));
     EXPECT_THAT(outcome.output, testing::StartsWith("fc2/1\n"));
 }
 

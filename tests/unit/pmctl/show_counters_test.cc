@@ -90,7 +90,7 @@ TEST_F(show_counters, name_each_port_that_fails_and_go_on) {
     EXPECT_THAT(
         outcome.messages,
         ElementsAre("Ethernet2/1: its line card does not answer", "Ethernet2/2: its line card cannot reach the port",
-                    "Ethernet2/3: its line card refuses: PM_ERR_REJECTED (0x40290009)",
+                    "Ethernet2/3: its line card refuses: request rejected (PM_ERR_REJECTED, 0x40290009)",
                     "Ethernet2/4: Resource temporarily unavailable", "Ethernet2/5: no line card counts for it",
                     "Ethernet2/6: the answer cannot be understood"));
     const json ports = json::parse(outcome.output)["interfaces"];

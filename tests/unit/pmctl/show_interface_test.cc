@@ -134,7 +134,8 @@ TEST_F(show_interface, names_the_status_of_the_service) {
     refuse("fc1/2 fc1/2", 0x402900ff);
     const auto outcome = run({"fc1/1,fc1/2"});
     EXPECT_EQ(outcome.status, 1);
-    EXPECT_THAT(outcome.messages, ElementsAre("fc1/1: PM_ERR_REJECTED (0x40290009)", "fc1/2: status 0x402900ff"));
+    EXPECT_THAT(outcome.messages,
+                ElementsAre("fc1/1: request rejected (PM_ERR_REJECTED, 0x40290009)", "fc1/2: status 0x402900ff"));
     EXPECT_THAT(outcome.output, IsEmpty());
 }
 
@@ -202,7 +203,8 @@ TEST_F(show_interface, asks_nothing_for_a_wrong_command_line) {
 
 TEST_F(show_interface, names_failures_of_the_whole_switch) {
     the_switch.answer_status = PM_ERR_FAILURE;
-    EXPECT_THAT(run({}).messages, ElementsAre("all interfaces: PM_ERR_FAILURE (0x40290000)"));
+    EXPECT_THAT(run({}).messages,
+                ElementsAre("all interfaces: missing or invalid arguments (PM_ERR_FAILURE, 0x40290000)"));
     the_switch.request_status = EAGAIN;
     const auto outcome = run({"brief"});
     EXPECT_EQ(outcome.status, 1);

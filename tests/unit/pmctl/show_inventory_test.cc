@@ -100,7 +100,7 @@ TEST_F(show_index, names_types_that_are_refused_and_goes_on) {
     list(20, {"loopback1"});
     const auto outcome = run({});
     EXPECT_EQ(outcome.status, 1);
-    EXPECT_THAT(outcome.messages, ElementsAre("interfaces of type fc: PM_ERR_REJECTED (0x40290009)",
+    EXPECT_THAT(outcome.messages, ElementsAre("interfaces of type fc: request rejected (PM_ERR_REJECTED, 0x40290009)",
                                               "interfaces of type mgmt: its service does not run on this switch"));
     EXPECT_THAT(outcome.output, HasSubstr("loopback1  "));
     the_switch.asked.clear();
@@ -195,7 +195,8 @@ TEST_F(show_resources, says_what_is_wrong) {
     the_switch.resources[7].payload = payload().word(PM_ERR_INVALID_RANGE).bytes();
     EXPECT_THAT(run({"resources", "7"}).messages, ElementsAre("no such module: 7"));
     the_switch.resources[7].payload = payload().word(PM_ERR_FAILURE).bytes();
-    EXPECT_THAT(run({"resources", "7"}).messages, ElementsAre("module 7: PM_ERR_FAILURE (0x40290000)"));
+    EXPECT_THAT(run({"resources", "7"}).messages,
+                ElementsAre("module 7: missing or invalid arguments (PM_ERR_FAILURE, 0x40290000)"));
     the_switch.resources[0].request_status = ETIMEDOUT;
     const auto outcome = run({"resources", "--json"});
     EXPECT_THAT(outcome.messages, ElementsAre("all modules: Connection timed out"));

@@ -76,7 +76,8 @@ TEST_F(show_module, shows_a_module_that_has_one_type_of_ports_only) {
 
 TEST_F(show_module, names_failures) {
     the_switch.modules[2].answer_status = PM_ERR_FAILURE;
-    EXPECT_THAT(run({"7", "interfaces"}).messages, ElementsAre("module 7: PM_ERR_FAILURE (0x40290000)"));
+    EXPECT_THAT(run({"7", "interfaces"}).messages,
+                ElementsAre("module 7: missing or invalid arguments (PM_ERR_FAILURE, 0x40290000)"));
     the_switch.modules[1].request_status = ETIMEDOUT;
     EXPECT_THAT(run({"7", "interfaces"}).messages, ElementsAre("module 7: Connection timed out"));
 }

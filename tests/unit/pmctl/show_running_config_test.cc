@@ -44,7 +44,8 @@ TEST_F(show_running_config, asks_each_service_about_its_interfaces_and_keeps_the
     refuse_configured("port-channel2.7", PM_ERR_FAILURE);
     const auto outcome = run({"show", "running-config"});
     EXPECT_EQ(outcome.status, 1);
-    EXPECT_THAT(outcome.messages, ElementsAre("port-channel2.7: PM_ERR_FAILURE (0x40290000)"));
+    EXPECT_THAT(outcome.messages,
+                ElementsAre("port-channel2.7: missing or invalid arguments (PM_ERR_FAILURE, 0x40290000)"));
     EXPECT_EQ(outcome.output, command_lines(port_named("port-channel1")) + "\n" +
                                   command_lines(port_named("port-channel2")) + "\n" +
                                   command_lines(port_named("port-channel3")));

@@ -234,15 +234,17 @@ TEST_F(show_transceiver, names_requests_that_fail_and_goes_on) {
     the_switch.transceiver_statuses["fc1/1"] = PM_ERR_REJECTED;
     const auto outcome = run({});
     EXPECT_EQ(outcome.status, 1);
-    EXPECT_THAT(outcome.messages,
-                ElementsAre("fc1/1: PM_ERR_REJECTED (0x40290009)", "Ethernet2/2: it is not in the answer"));
+    EXPECT_THAT(outcome.messages, ElementsAre("fc1/1: request rejected (PM_ERR_REJECTED, 0x40290009)",
+                                              "Ethernet2/2: it is not in the answer"));
     EXPECT_THAT(outcome.output, AllOf(HasSubstr("\nEthernet2/1 "), Not(HasSubstr("\nEthernet2/2 "))));
 }
 
 TEST_F(show_transceiver, says_that_an_answer_was_lost) {
     exist({"fc1/1", "fc1/2"});
     the_switch.transceivers_are_lost = true;
-    EXPECT_THAT(run({}).messages, ElementsAre("fc1/1 and 1 more: the answer cannot be understood"));
+    EXPECT_THAT(
+        run({}).messages,
+        ElementsAre("fc1/1 and 1 more: invalid parameter, or malformed answer (PM_ERR_INVALID_PARAM, 0x40290003)"));
 }
 
 TEST_F(show_transceiver, ends_when_the_switch_does_not_answer) {

@@ -10,7 +10,6 @@
 #include "output/command_lines.h"
 #include "port_mgr/status.h"
 #include "switch/interface_names.h"
-#include "switch/status_words.h"
 
 namespace pmctl {
 namespace {
@@ -52,9 +51,9 @@ bool has_value_already(configuration &on, if_index_t index, const setting_change
     return false;
 }
 
-std::string reason_of(uint32_t status, const setting_change &change) {
-    const std::string words = status_words(status_source::answer, status);
-    switch (status) {
+std::string reason_of(port_mgr::status status, const setting_change &change) {
+    const std::string words = status.words();
+    switch (status.value()) {
         case PM_ERR_REJECTED:
             return fmt::format("it takes no {}: {}", change.what->keywords, words);
         case PM_ERR_INVALID_PARAM:
@@ -82,35 +81,35 @@ void note_range(configuration &on, const interface_range &range, const setting_c
         const if_index_t index = range.member(offset);
         const auto found = results.find(index);
         if (found == results.end()) continue;
-        const std::optional<uint32_t> status = found->second;
+        const std::optional<port_mgr::status> status = found->second;
         if (!status)
             note_silence(on, index, change, failures);
-        else if (*status == PM_ERR_INVALID_RANGE)
+        else if (status->value() == PM_ERR_INVALID_RANGE)
             ++missing;
-        else if (*status != 0)
+        else if (!status->ok())
             failures.push_back(fmt::format("{}: {}", interface_name(index), reason_of(*status, change)));
     }
     if (missing == range.count()) failures.push_back(fmt::format("no such interface: {}", range.text()));
 }
 
-std::string reason_of(uint32_t status, const creation_step &step) {
+std::string reason_of(port_mgr::status status, const creation_step &step) {
     const bool is_creation = step.kind == created_kind::sub_interface && step.creates;
-    const std::string words = status_words(status_source::answer, status);
-    if (status == PM_ERR_REJECTED)
+    const std::string words = status.words();
+    if (status.value() == PM_ERR_REJECTED)
         return fmt::format("the switch takes no configuration from {}, or no more such interfaces: {}", user_name(),
                            words);
-    if (is_creation && status == PM_ERR_INVALID_RANGE)
+    if (is_creation && status.value() == PM_ERR_INVALID_RANGE)
         return fmt::format("its main interface does not exist, or can have no sub-interfaces: {}", words);
-    if (is_creation && status == PM_ERR_INVALID_PARAM)
+    if (is_creation && status.value() == PM_ERR_INVALID_PARAM)
         return fmt::format("the numbers 1, 4094 and 4095 are reserved: {}", words);
     return words;
 }
 
 void configure_range(configuration &on, const interface_range &range, const creation_step &step) {
-    const uint32_t status = step.kind == created_kind::loopback ? on.config_loopbacks(range, step.creates)
-                                                                : on.config_sub_interfaces(range, step.creates);
-    if (status == 0) return;
-    if (status == PM_ERR_INVALID_RANGE && !step.creates)
+    const port_mgr::status status = step.kind == created_kind::loopback ? on.config_loopbacks(range, step.creates)
+                                                                        : on.config_sub_interfaces(range, step.creates);
+    if (status.ok()) return;
+    if (status.value() == PM_ERR_INVALID_RANGE && !step.creates)
         throw query_refused(fmt::format("no such interface: {}", range.text()));
     throw query_refused(fmt::format("{}: {}", range.text(), reason_of(status, step)));
 }

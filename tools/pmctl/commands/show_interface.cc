@@ -23,7 +23,7 @@ command_result run_show_interface(const arguments &given) {
 
 command_result run_show_interface_brief(const arguments &given) {
     command_result result;
-    record_array<pm_port_info_brief_t> ports;
+    port_mgr::records<pm_port_info_brief_t> ports;
     attempt(result.failures, [&] { ports = switch_client().brief_ports(); });
     const record_list list = records_of(ports.all());
     if (given.has("--json"))

@@ -8,17 +8,12 @@
 #include <fmt/core.h>
 
 #include "failure.h"
-#include "switch/switch_connection.h"
+#include "port_mgr/cpp/status.hpp"
 
 namespace pmctl {
 namespace {
 
 constexpr size_t header_size = 2 * sizeof(uint32_t);
-
-std::span<const std::byte> payload_of(const mts_msg_t &answer) {
-    const auto *payload = static_cast<const std::byte *>(mts_payload_get(&answer));
-    return {payload, payload == nullptr ? 0 : mts_payload_size(&answer)};
-}
 
 // The word at a position, counted in words; 0 where there is none.
 uint32_t word_at(std::span<const std::byte> payload, size_t position) {
@@ -30,11 +25,13 @@ uint32_t word_at(std::span<const std::byte> payload, size_t position) {
 
 }  // namespace
 
-uint32_t answer_status(const mts_msg_t &answer) { return word_at(payload_of(answer), 0); }
+uint32_t answer_status(const port_mgr::message &answer) { return word_at(answer.payload(), 0); }
 
-std::span<const std::byte> answer_records(const std::string &subject, const mts_msg_t &answer, size_t record_size) {
-    const std::span<const std::byte> payload = payload_of(answer);
-    switch_connection::check_answer(subject, answer_status(answer));
+std::span<const std::byte> answer_records(const std::string &subject, const port_mgr::message &answer,
+                                          size_t record_size) {
+    const std::span<const std::byte> payload = answer.payload();
+    const port_mgr::status status(answer_status(answer), port_mgr::origin::answer);
+    if (!status.ok()) throw query_refused(fmt::format("{}: {}", subject, status.words()));
     const uint32_t count = word_at(payload, 1);
     if (payload.size() < header_size || count > (payload.size() - header_size) / record_size)
         throw query_refused(fmt::format("{}: the answer cannot be understood", subject));

@@ -20,7 +20,7 @@ struct attribute_value {
 };
 
 // What became of interfaces: a status, or nothing where no service said anything.
-using change_results = std::map<if_index_t, std::optional<uint32_t>>;
+using change_results = std::map<if_index_t, std::optional<port_mgr::status>>;
 
 // Who uses the program.
 std::string user_name();
@@ -38,13 +38,13 @@ class configuration {
     void set(const interface_page &page, const attribute_value &value, change_results &results);
 
     // These create or delete the interfaces of a range, and return the service's status.
-    uint32_t config_sub_interfaces(const interface_range &range, bool creates);
-    uint32_t config_loopbacks(const interface_range &range, bool creates);
+    port_mgr::status config_sub_interfaces(const interface_range &range, bool creates);
+    port_mgr::status config_loopbacks(const interface_range &range, bool creates);
 
   private:
     std::vector<pm_port_info_t> ask(const std::string &subject, std::span<const pm_if_index_range_t> ranges);
     template <typename Function>
-    uint32_t config(const interface_range &range, bool creates, uint32_t kinds, Function function);
+    port_mgr::status config(const interface_range &range, bool creates, uint32_t kinds, Function function);
 
     switch_connection connection_;
     std::string user_ = user_name();

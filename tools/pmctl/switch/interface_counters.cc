@@ -10,7 +10,6 @@
 #include "platform/if_index.h"
 #include "port_mgr/status.h"
 #include "switch/interface_names.h"
-#include "switch/status_words.h"
 #include "switch/switch_connection.h"
 
 namespace pmctl {
@@ -24,15 +23,15 @@ std::string reason_without_answer(uint32_t error) {
     if (error == 0) return "its line card cannot reach the port";
     if (error == EHOSTUNREACH) return "its line card does not answer";
     if (error == ETIMEDOUT) return "its line card did not answer in time";
-    return status_words(status_source::request, error);
+    return port_mgr::status(error, port_mgr::origin::exchange).words();
 }
 
 std::string reason_of(int32_t status, uint32_t error) {
     if (status == no_answer) return reason_without_answer(error);
     if (status == ENOENT) return "no line card counts for it";
-    const auto number = static_cast<uint32_t>(status);
-    const std::string words = status_words(status_source::request, number);
-    return number == PM_ERR_REJECTED ? fmt::format("its line card refuses: {}", words) : words;
+    const port_mgr::status refusal(static_cast<uint32_t>(status), port_mgr::origin::exchange);
+    const std::string words = refusal.words();
+    return refusal.value() == PM_ERR_REJECTED ? fmt::format("its line card refuses: {}", words) : words;
 }
 
 }  // namespace
@@ -49,7 +48,7 @@ pm_eth_stats_t counter_client::exchange(if_index_t index, uint32_t request_word)
     if (const auto other = silent_.asked_in_vain(index))
         throw query_refused(
             fmt::format("{}: its line card did not answer in time about {}", name, interface_name(*other)));
-    const open_handle handle;
+    const platform_dev::mts_handle handle = open_handle();
     pm_eth_stats_t stats{};
     const int32_t status = pm_get_clear_eth_stats(handle.get(), index, index, request_word, &stats);
     if (status == 0 && stats.result != 0) return stats;

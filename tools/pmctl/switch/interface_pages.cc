@@ -7,6 +7,7 @@
 #include <fmt/core.h>
 
 #include "platform_dev/if_index_dev.h"
+#include "port_mgr/cpp/port_pages.hpp"
 #include "port_mgr/service_selection.h"
 #include "switch/interface_names.h"
 
@@ -14,6 +15,7 @@ namespace pmctl {
 namespace {
 
 constexpr size_t page_interfaces = 64;
+constexpr uint32_t members_of_page{port_mgr::paging().ports_of_page};
 constexpr uint16_t last_sub_number = 4095;
 
 // The end of a page of a range. A member's sub-interfaces follow it, and none may fall between two pages.
@@ -47,24 +49,6 @@ std::vector<pm_if_index_range_t> range_pages(const interface_range &range) {
     std::vector<pm_if_index_range_t> pages;
     for (uint32_t begin = 0; begin < range.count(); begin += members_of_page)
         pages.push_back({range.member(begin), end_of_page(range, begin)});
-    return pages;
-}
-
-std::vector<pm_if_index_range_t> consecutive_pages(std::vector<if_index_t> interfaces, size_t most) {
-    std::sort(interfaces.begin(), interfaces.end());
-    std::vector<pm_if_index_range_t> pages;
-    std::pair<uint8_t, uint32_t> type_and_service;
-    size_t members = 0;
-    for (const if_index_t index : interfaces) {
-        const std::pair own(interface_type(index), pm_get_mts_sap(index));
-        if (members == 0 || members == most || own != type_and_service) {
-            pages.push_back({index, index});
-            type_and_service = own;
-            members = 0;
-        }
-        pages.back().last = index;
-        ++members;
-    }
     return pages;
 }
 

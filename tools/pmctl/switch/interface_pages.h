@@ -10,16 +10,9 @@
 
 namespace pmctl {
 
-// How many ports a request for full records names.
-inline constexpr uint32_t members_of_page = 16;
-
-// A range in parts of at most members_of_page; the sub-interfaces between them are in no two of them, and in none too
-// few.
+// A range in parts of at most as many ports as a request for full records names; the sub-interfaces between them are in
+// no two of them, and in none too few.
 std::vector<pm_if_index_range_t> range_pages(const interface_range &range);
-
-// Ranges over interfaces that exist, in the order of their indexes. Each holds at most `most` of them, of one type and
-// one service.
-std::vector<pm_if_index_range_t> consecutive_pages(std::vector<if_index_t> interfaces, size_t most);
 
 // Single interfaces, of which one request can be about all: each is a range of its own.
 using interface_page = std::vector<pm_if_index_range_t>;

@@ -1,15 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
-// Questions to the switch, and answers as owned arrays of records.
+// Questions to the switch about its ports.
 #ifndef PMCTL_SWITCH_SWITCH_CLIENT_H
 #define PMCTL_SWITCH_SWITCH_CLIENT_H
 
-#include <functional>
 #include <vector>
 
-#include "port_mgr/port_info_response.h"
+#include "port_mgr/cpp/port_pages.hpp"
 #include "switch/interface_ranges.h"
-#include "switch/port_pages.h"
-#include "switch/record_array.h"
 #include "switch/switch_connection.h"
 
 namespace pmctl {
@@ -18,13 +15,13 @@ namespace pmctl {
 class switch_client {
   public:
     // Every port in brief.
-    record_array<pm_port_info_brief_t> brief_ports();
+    port_mgr::records<pm_port_info_brief_t> brief_ports();
 
     // The index of every port.
     std::vector<if_index_t> interfaces();
 
     // Every port in full, in the order of their indexes.
-    std::vector<pm_port_info_t> ports(const paging &by = {});
+    std::vector<pm_port_info_t> ports(const port_mgr::paging &by = {});
 
     // What exists of a range. No port at all is a refusal.
     std::vector<pm_port_info_t> ports(const interface_range &range);
@@ -33,14 +30,8 @@ class switch_client {
     std::vector<pm_port_info_t> ports_of_module(uint8_t module);
 
   private:
-    using request_function = std::function<uint32_t(mts_handle_t, mts_msg_t *response)>;
-    template <typename Record>
-    using parse_function = uint32_t (*)(const mts_msg_t *, uint32_t *count, Record **records);
-
     // `subject` is what messages name as asked about.
-    template <typename Record>
-    record_array<Record> query(const std::string &subject, const request_function &request,
-                               parse_function<Record> parse);
+    std::vector<pm_port_info_t> ports_of(port_mgr::port_pages pages, const std::string &subject);
 
     switch_connection connection_;
 };

@@ -9,9 +9,8 @@
 #include <system_error>
 
 #include "failure.h"
-#include "platform_dev/mts_dev.h"
+#include "port_mgr/cpp/owners.hpp"
 #include "port_mgr/port_info_request.h"
-#include "switch/status_words.h"
 
 namespace pmctl {
 namespace {
@@ -28,15 +27,6 @@ std::string reason_not_to_open(int error) {
         return "it must be your own, or named by MTS_RUNTIME_DIR, with mode 0700, or 0710 or 0750 to share it with its "
                "group";
     return std::generic_category().message(error);
-}
-
-mts_handle_t open_or_throw() {
-    const mts_handle_t handle = mts_dev_open();
-    const int error = errno;
-    if (handle == 0)
-        throw switch_unavailable(
-            fmt::format("cannot open the message transport in {}: {}", runtime_directory(), reason_not_to_open(error)));
-    return handle;
 }
 
 std::string not_running() {
@@ -59,37 +49,31 @@ std::string refusal(uint32_t error) {
 
 }  // namespace
 
-open_handle::open_handle() : handle_(open_or_throw()) {}
-
-open_handle::~open_handle() { mts_dev_close(handle_); }
+platform_dev::mts_handle open_handle() {
+    platform_dev::mts_handle handle;
+    const int error = errno;
+    if (!handle)
+        throw switch_unavailable(
+            fmt::format("cannot open the message transport in {}: {}", runtime_directory(), reason_not_to_open(error)));
+    return handle;
+}
 
 // A service that is missing beside a port manager that answers concerns this question only.
-void switch_connection::check_request(const std::string &subject, uint32_t status) const {
-    if (status == 0) return;
-    if (const std::string words = refusal(status); !words.empty()) throw switch_unavailable(words);
-    if (status != EHOSTUNREACH)
-        throw switch_unavailable(fmt::format("{}: {}", subject, status_words(status_source::request, status)));
+void switch_connection::check(const std::string &subject, port_mgr::status status) const {
+    if (status.ok()) return;
+    const std::string message = fmt::format("{}: {}", subject, status.words());
+    if (!status.is_transport_failure()) throw query_refused(message);
+    if (const std::string words = refusal(status.value()); !words.empty()) throw switch_unavailable(words);
+    if (status.value() != EHOSTUNREACH) throw switch_unavailable(message);
     if (!port_manager_answers()) throw switch_unavailable(not_running());
     throw query_refused(fmt::format("{}: its service does not run on this switch", subject));
-}
-
-void switch_connection::check_answer(const std::string &subject, uint32_t status) {
-    if (status == 0) return;
-    throw query_refused(fmt::format("{}: {}", subject, status_words(status_source::answer, status)));
-}
-
-void switch_connection::check_exchange(const std::string &subject, uint32_t status) const {
-    if (is_transport_error(status))
-        check_request(subject, status);
-    else
-        check_answer(subject, status);
 }
 
 bool switch_connection::port_manager_answers() const {
     constexpr if_index_t before_the_first = 0;
     mts_msg_t response{};
     if (pm_get_next_port_info(handle(), before_the_first, &response) != 0) return false;
-    const owned_message message(handle(), response);
+    const port_mgr::message answer(handle(), response);
     return true;
 }
 

@@ -9,18 +9,15 @@
 #include <fmt/core.h>
 
 #include "failure.h"
+#include "port_mgr/cpp/queries.hpp"
 #include "port_mgr/sfp_diagnostics.h"
-#include "port_mgr/transceiver_info.h"
 #include "port_mgr/transceiver_kind.h"
 #include "switch/interface_names.h"
 #include "switch/interface_pages.h"
-#include "switch/record_array.h"
-#include "switch/status_words.h"
 
 namespace pmctl {
 namespace {
 
-constexpr uint32_t usual_kind = 0;
 constexpr uint64_t no_age = std::numeric_limits<uint64_t>::max();
 
 std::optional<transceiver_diagnostics> diagnostics_in(const pm_fcot_info_t &record) {
@@ -34,18 +31,6 @@ std::optional<transceiver> transceiver_in(const pm_fcot_info_t &record) {
     if ((record.flags & PM_FCOT_PRESENT) == 0) return std::nullopt;
     return transceiver{sff8472::identify(record.serial_id), sff8472::reaches_of(record.serial_id),
                        diagnostics_in(record)};
-}
-
-record_array<pm_fcot_info_t> records_of_page(const switch_connection &connection, const interface_page &page) {
-    record_array<pm_fcot_info_t> found;
-    pm_fcot_info_t *records = nullptr;
-    const uint32_t status =
-        pm_get_next_port_fcot_info_with_ddm(connection.handle(), usual_kind, static_cast<int32_t>(page.size()),
-                                            page.data(), &found.count, &records, usual_wait);
-    connection.check_exchange(page_name(page), status);
-    if (records == nullptr) throw query_refused(fmt::format("{}: the answer cannot be understood", page_name(page)));
-    found.records.reset(records);
-    return found;
 }
 
 using transceivers_by_port = std::map<if_index_t, std::optional<transceiver>>;
@@ -63,9 +48,9 @@ transceivers_by_port known_transceivers(const switch_connection &connection, std
     transceivers_by_port known;
     for (const interface_page &page : owner_pages(interfaces)) {
         try {
-            const auto found = records_of_page(connection, page);
-            for (const pm_fcot_info_t &record : found.all())
-                known[if_index_t{record.if_index}] = transceiver_in(record);
+            const auto found =
+                checked(connection, page_name(page), port_mgr::get_fcot_info_with_ddm(connection.handle(), page));
+            for (const pm_fcot_info_t &record : found) known[if_index_t{record.if_index}] = transceiver_in(record);
             note_missing(page, known, failures);
         } catch (const query_refused &refusal) {
             failures.emplace_back(refusal.what());
@@ -125,7 +110,7 @@ std::optional<transceiver_diagnostics> transceiver_client::line_card_diagnostics
     const uint32_t status = pm_get_sfp_diag_info(connection_.handle(), index, &info, &extra);
     if (status == EINTR)
         throw switch_unavailable(
-            fmt::format("{}: {}", interface_name(index), status_words(status_source::request, status)));
+            fmt::format("{}: {}", interface_name(index), port_mgr::status(status, port_mgr::origin::exchange).words()));
     if (status == ETIMEDOUT) silent_.note(index);
     if (status != 0) return std::nullopt;
     const sff8472::readings values = readings_of(info);

@@ -63,9 +63,11 @@ class records {
     records(Record *block, uint32_t count) : block_(block), count_(block ? count : 0) {}
 
     /** @return all records; they live as long as this. */
-    [[nodiscard]] std::span<const Record> all() const { return {block_.get(), size()}; }
+    [[nodiscard]] std::span<const Record> all() const & { return {block_.get(), size()}; }
     /** @return all records. */
-    operator std::span<const Record>() const { return all(); }
+    operator std::span<const Record>() const & { return all(); }
+    std::span<const Record> all() const && = delete;
+    operator std::span<const Record>() const && = delete;
 
     /** @return the first record. */
     [[nodiscard]] const Record *begin() const { return block_.get(); }

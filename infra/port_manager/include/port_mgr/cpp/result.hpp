@@ -28,8 +28,8 @@ class [[nodiscard]] result {
     Value &operator*() & { return *value_; }
     /** @return the value, which must be there. */
     const Value &operator*() const & { return *value_; }
-    /** @return the value, which must be there; it moves out. */
-    Value &&operator*() && { return *std::move(value_); }
+    /** @return the value, which must be there; it moves out, and lives as long as a loop over it. */
+    Value operator*() && { return *std::move(value_); }
     /** @return the value, which must be there. */
     Value *operator->() { return &*value_; }
     /** @return the value, which must be there. */
