@@ -1,0 +1,32 @@
+# SPDX-License-Identifier: Apache-2.0
+# The shell that a document's commands run in: reads names of scripts, sources each, and answers with its exit status.
+# $1 is the file that their output goes to, $2 the one that failed commands are named in.
+documents_terminal=$1
+documents_failures=$2
+documents_background=
+
+# A reader who starts a program in the background goes on when it has said something.
+documents_await_background() {
+    [ "${!-}" != "$documents_background" ] || return 0
+    documents_background=$!
+    local size
+    size=$(stat --format %s "$documents_terminal")
+    for _ in {1..30}; do
+        sleep 0.1
+        [ "$(stat --format %s "$documents_terminal")" = "$size" ] || break
+        kill -0 "$documents_background" 2>/dev/null || break
+    done
+}
+
+set -o functrace -o pipefail
+while read -r documents_script; do
+    trap 'echo "$LINENO $? $BASH_COMMAND" >>"$documents_failures"' ERR
+    trap documents_await_background DEBUG
+    . "$documents_script" </dev/null >>"$documents_terminal" 2>&1
+    documents_status=$?
+    trap - ERR DEBUG
+    documents_await_background
+    echo "$documents_status"
+done
+kill $(jobs -p) 2>/dev/null
+wait

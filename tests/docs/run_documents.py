@@ -1,0 +1,78 @@
+#!/usr/bin/env python3
+# SPDX-License-Identifier: Apache-2.0
+"""Runs every code block of the documents: usage: run_documents.py TREE."""
+import argparse
+import concurrent.futures
+import dataclasses
+import os
+import pathlib
+import sys
+
+import document_blocks
+
+# Commands, or blocks that begin with them, that this test cannot run: the document, the command, why.
+NOT_RUN = (("README.md", "scripts/check", "it runs this test"),)
+
+# Those that only root can run.
+FOR_ROOT = ()
+
+
+@dataclasses.dataclass
+class exceptions_table:
+    """What is not run, by document and command, with the reason; and which of it the documents have."""
+
+    reasons: dict
+    used: set = dataclasses.field(default_factory=set)
+
+    def reason(self, document, command):
+        reason = self.reasons.get((document, command))
+        if reason:
+            self.used.add((document, command))
+        return reason
+
+    def stale(self):
+        return [key for key in self.reasons if key not in self.used]
+
+
+def exceptions_here(not_run, for_root):
+    reasons = {(document, command): reason for document, command, reason in not_run}
+    if os.geteuid() != 0:
+        reasons |= {(document, command): "it needs root" for document, command in for_root}
+    return exceptions_table(reasons)
+
+
+def documents_of(root):
+    return sorted(str(path.relative_to(root)) for path in [*root.glob("*.md"), *root.glob("docs/**/*.md")])
+
+
+def run_documents(root, exceptions, limit):
+    """All that is wrong with the documents of a tree, a text each; and the number of their blocks."""
+
+    def run(document):
+        return document_blocks.run_document(root, document, exceptions, limit)
+
+    with concurrent.futures.ThreadPoolExecutor(4) as pool:
+        results = list(pool.map(run, documents_of(root)))
+    problems = [problem for result in results for problem in result.problems]
+    for document, command in exceptions.stale():
+        problems.append(f"{document}: run_documents.py excepts a command that is not there: {command}")
+    return problems, sum(result.blocks for result in results)
+
+
+def main():
+    parser = argparse.ArgumentParser(description="Runs every code block of the documents.")
+    parser.add_argument("tree", type=pathlib.Path, help="with the programs in its build/switch/bin")
+    parser.add_argument("--limit", type=float, default=100, help="seconds that a block may take")
+    arguments = parser.parse_args()
+    exceptions = exceptions_here(NOT_RUN, FOR_ROOT)
+    problems, blocks = run_documents(arguments.tree.resolve(), exceptions, arguments.limit)
+    for (document, command), reason in exceptions.reasons.items():
+        print(f"not run: {document}: {command}: {reason}")
+    print(f"{blocks} blocks")
+    for problem in problems:
+        print(problem)
+    return 1 if problems else 0
+
+
+if __name__ == "__main__":
+    sys.exit(main())

@@ -1,0 +1,56 @@
+# SPDX-License-Identifier: Apache-2.0
+"""Reads `console` blocks: commands with their output, as a terminal shows them."""
+import dataclasses
+import difflib
+import re
+
+
+@dataclasses.dataclass
+class exchange:
+    line: int  # of the command in its document
+    command: str
+    output: list  # the lines expected
+
+
+def exchanges(block):
+    """The commands of a block. A command goes on in the next line after a backslash, and in lines that begin with `> `."""
+    found = []
+    is_in_command = False
+    for number, line in enumerate(block.lines, block.line):
+        if line.startswith("$ "):
+            found.append(exchange(number, line[2:], []))
+            is_in_command = True
+        elif not found:
+            raise ValueError(f"{block.place(number)}: a console block begins with a command after `$ `")
+        elif is_in_command and (line.startswith("> ") or found[-1].command.endswith("\\")):
+            found[-1].command += "\n" + line.removeprefix("> ")
+        else:
+            found[-1].output.append(line)
+            is_in_command = False
+    return found
+
+
+def _tidy(lines):
+    tidy = [line.rstrip() for line in lines]
+    while tidy and not tidy[-1]:
+        tidy.pop()
+    return tidy
+
+
+def _pattern(line):
+    if line.strip() == "...":
+        return r"(?:.*\n)*?"
+    if line.endswith("..."):
+        return re.escape(line[:-3]) + r".*\n"
+    return re.escape(line) + r"\n"
+
+
+def difference(expected, printed):
+    """How what was printed differs from the lines expected; empty when it does not. `...` stands for any lines, or
+    for the rest of a line."""
+    expected = _tidy(expected)
+    printed = _tidy(printed)
+    pattern = "".join(_pattern(line) for line in expected)
+    if re.fullmatch(pattern, "".join(line + "\n" for line in printed)):
+        return ""
+    return "\n".join(difflib.unified_diff(expected, printed, "the document", "printed", lineterm="", n=1))
