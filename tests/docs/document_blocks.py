@@ -2,6 +2,7 @@
 """Runs, loads or compares the blocks of one document, each as its language says."""
 import json
 import pathlib
+import re
 import subprocess
 import tempfile
 import textwrap
@@ -127,7 +128,7 @@ class document_runner:
         self._compare_excerpt(block)
         name = block.note.rpartition("/")[2]
         builds = [*self._root.glob("examples/**/CMakeLists.txt"), *self._root.glob("tests/**/CMakeLists.txt")]
-        if not any(name in build.read_text(encoding="utf-8").split() for build in builds):
+        if not any(name in re.split(r"[\s()/]", build.read_text(encoding="utf-8")) for build in builds):
             self._report(block.place(), f"the tests do not build {name}")
 
     # Files

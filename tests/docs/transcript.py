@@ -1,7 +1,6 @@
 # SPDX-License-Identifier: Apache-2.0
 """Reads `console` blocks: commands with their output, as a terminal shows them."""
 import dataclasses
-import difflib
 import re
 
 
@@ -49,8 +48,13 @@ def difference(expected, printed):
     """How what was printed differs from the lines expected; empty when it does not. `...` stands for any lines, or
     for the rest of a line."""
     expected = _tidy(expected)
-    printed = _tidy(printed)
-    pattern = "".join(_pattern(line) for line in expected)
-    if re.fullmatch(pattern, "".join(line + "\n" for line in printed)):
+    printed = "".join(line + "\n" for line in _tidy(printed))
+    patterns = [_pattern(line) for line in expected]
+    if re.fullmatch("".join(patterns), printed):
         return ""
-    return "\n".join(difflib.unified_diff(expected, printed, "the document", "printed", lineterm="", n=1))
+    matched = len(patterns)
+    while not (begin := re.match("".join(patterns[:matched]), printed)):
+        matched -= 1
+    rest = printed[begin.end() :].splitlines()
+    wanted = expected[matched] if matched < len(expected) else "nothing more"
+    return "\n".join([f"wanted:  {wanted}", "printed: " + "\n         ".join(rest[:12])])
