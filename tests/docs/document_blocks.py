@@ -19,6 +19,7 @@ class document_runner:
     def __init__(self, root, document, exceptions, limit):
         self._root = root
         self._document = document
+        self._lines = (root / document).read_text(encoding="utf-8").splitlines()
         self._exceptions = exceptions
         self._limit = limit
         self._session = None
@@ -28,9 +29,8 @@ class document_runner:
         self.problems = []
 
     def run(self):
-        text = (self._root / self._document).read_text(encoding="utf-8")
         try:
-            for block in markdown_blocks.code_blocks(self._document, text):
+            for block in markdown_blocks.code_blocks(self._document, self._lines):
                 self.blocks += 1
                 self._check(block)
         finally:
@@ -79,11 +79,9 @@ class document_runner:
         result = self._shell_result(block.text(), block.place(), block.line)
         if not result:
             return
-        for failure in result.failures:
-            line, status, command = failure.split(" ", 2)
-            self._report(block.place(line), f"failed with status {status}: {command}", "\n".join(result.output[-40:]))
-        if result.status != 0 and not result.failures:
-            self._report(block.place(), f"failed with status {result.status}", "\n".join(result.output[-40:]))
+        output = "\n".join(result.output[-40:])
+        for line, status in result.failures or ([(block.line, result.status)] if result.status else []):
+            self._report(block.place(line), f"failed with status {status}: {self._lines[line - 1].strip()}", output)
 
     def _run_transcript(self, block):
         try:

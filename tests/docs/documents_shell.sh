@@ -1,6 +1,6 @@
 # SPDX-License-Identifier: Apache-2.0
 # The shell that a document's commands run in: reads names of scripts, sources each, and answers with its exit status.
-# $1 is the file that their output goes to, $2 the one that failed commands are named in.
+# $1 is the file that their output goes to, $2 the one for the lines and the exit statuses of commands that fail.
 documents_terminal=$1
 documents_failures=$2
 documents_background=
@@ -18,9 +18,13 @@ documents_await_background() {
     done
 }
 
+documents_note_failure() {
+    [ "$3" != "$documents_script" ] || echo "$2 $1" >>"$documents_failures"
+}
+
 set -o functrace -o pipefail
 while read -r documents_script; do
-    trap 'echo "$LINENO $? $BASH_COMMAND" >>"$documents_failures"' ERR
+    trap 'documents_note_failure $? "$LINENO" "$BASH_SOURCE"' ERR
     trap documents_await_background DEBUG
     . "$documents_script" </dev/null >>"$documents_terminal" 2>&1
     documents_status=$?

@@ -52,9 +52,8 @@ def _indented_block(document, lines, index):
     return code_block(document, index + 1, INDENTED, lines[index:end], ""), end
 
 
-def code_blocks(document, text):
+def code_blocks(document, lines):
     """All blocks in their order. Paragraphs of list items are indented, too, and no code."""
-    lines = text.splitlines()
     blocks = []
     is_in_list = False
     index = 0

@@ -20,7 +20,7 @@ _WATCHING_SECONDS = 2.5
 class command_result:
     status: int  # None when the commands did not end, or ended the shell
     output: list
-    failures: list  # line, exit status and text of each command that failed
+    failures: list  # line and exit status of each command that failed
 
 
 class shell_session:
@@ -38,6 +38,7 @@ class shell_session:
         self._failures = self._scratch / "failures"
         self._terminal.touch()
         self._steps = 0
+        self._is_stuck = False
         self._start()
 
     def _link_tree(self):
@@ -95,7 +96,11 @@ class shell_session:
         start = self._terminal.stat().st_size
         os.write(self._shell.stdin.fileno(), f"{script}\n".encode())
         status = self._status()
-        return command_result(status, self._printed(start), self._failures.read_text().splitlines())
+        self._is_stuck = status is None
+        return command_result(status, self._printed(start), self._failed())
+
+    def _failed(self):
+        return [tuple(int(word) for word in line.split()) for line in self._failures.read_text().splitlines()]
 
     def _status(self):
         start = time.monotonic()
@@ -125,12 +130,13 @@ class shell_session:
         return text.replace(f"{self._scratch}/tmp", "/tmp").replace(f"{self._scratch}/run", "/run").splitlines()
 
     def close(self):
-        """Ends the shell and what it left in the background."""
+        """Ends the shell, which ends what it left in the background."""
         self._shell.stdin.close()
-        try:
-            self._shell.wait(3)
-        except subprocess.TimeoutExpired:
-            pass
+        if not self._is_stuck:
+            try:
+                self._shell.wait(3)
+            except subprocess.TimeoutExpired:
+                pass
         try:
             os.killpg(self._shell.pid, signal.SIGKILL)
         except ProcessLookupError:
