@@ -1,6 +1,6 @@
 #!/usr/bin/env python3
 # SPDX-License-Identifier: Apache-2.0
-"""Runs every code block of the documents: usage: run_documents.py TREE."""
+"""Runs every code block of the documents."""
 import argparse
 import concurrent.futures
 import dataclasses
@@ -13,6 +13,7 @@ import document_blocks
 # Commands, or blocks that begin with them, that this test cannot run: the document, the command, why.
 NOT_RUN = (
     ("README.md", "scripts/check", "it runs this test"),
+    ("CONTRIBUTING.md", "scripts/check", "it runs this test"),
     ("docs/pmctl.md", "ssh lab pmctl show running-config | pmctl config -", "it takes another machine"),
 )
 
@@ -53,16 +54,16 @@ def documents_of(root):
     return sorted(str(path.relative_to(root)) for path in [*root.glob("*.md"), *root.glob("docs/**/*.md")])
 
 
-def run_documents(root, exceptions, limit):
-    """All that is wrong with the documents of a tree, a text each; and the number of their blocks."""
+def run_documents(root, exceptions, limit, only=None):
+    """All that is wrong with the documents of a tree, or with one of them, a text each; and the number of blocks."""
 
     def run(document):
         return document_blocks.run_document(root, document, exceptions, limit)
 
     with concurrent.futures.ThreadPoolExecutor(4) as pool:
-        results = list(pool.map(run, documents_of(root)))
+        results = list(pool.map(run, [only] if only else documents_of(root)))
     problems = [problem for result in results for problem in result.problems]
-    for document, command in exceptions.stale():
+    for document, command in [] if only else exceptions.stale():
         problems.append(f"{document}: run_documents.py excepts a command that is not there: {command}")
     return problems, sum(result.blocks for result in results)
 
@@ -71,9 +72,10 @@ def main():
     parser = argparse.ArgumentParser(description="Runs every code block of the documents.")
     parser.add_argument("tree", type=pathlib.Path, help="with the programs in its build/switch/bin")
     parser.add_argument("--limit", type=float, default=100, help="seconds that a block may take")
+    parser.add_argument("--only", metavar="DOCUMENT", help="one document, by its path in the tree")
     arguments = parser.parse_args()
     exceptions = exceptions_here(NOT_RUN, FOR_ROOT)
-    problems, blocks = run_documents(arguments.tree.resolve(), exceptions, arguments.limit)
+    problems, blocks = run_documents(arguments.tree.resolve(), exceptions, arguments.limit, arguments.only)
     for (document, command), reason in exceptions.reasons.items():
         if reason:
             print(f"not run: {document}: {command}: {reason}")

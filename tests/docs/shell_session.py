@@ -46,15 +46,15 @@ class shell_session:
         for entry in self._root.iterdir():
             if entry.name not in (".git", "scripts"):
                 (tree / entry.name).symlink_to(entry)
-        # What finds the tree by its own place or by the working directory is to find the real one.
+        # What finds the tree by its own place or by the working directory is to find the real one, which one page at a
+        # time builds.
         for script in (self._root / "scripts").glob("*"):
             self._write_program(tree / "scripts" / script.name, f'exec "{script}" "$@"')
-        for name in ("cmake", "ctest"):
-            self._write_program(
-                self._scratch / "bin" / name,
-                f'case "$PWD $1" in "{tree} --preset"* | "{tree} --build") cd "{self._root}" ;; esac\n'
-                f'exec "{shutil.which(name)}" "$@"',
-            )
+        self._write_program(
+            self._scratch / "bin/cmake",
+            f'case "$PWD $1" in "{tree} --preset"* | "{tree} --build") cd "{self._root}" ;; esac\n'
+            f'exec flock "{self._root}" "{shutil.which("cmake")}" "$@"',
+        )
 
     @staticmethod
     def _write_program(path, text):
