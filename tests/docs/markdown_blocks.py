@@ -2,6 +2,7 @@
 """Finds the code blocks of a Markdown document."""
 import dataclasses
 import re
+import textwrap
 
 INDENTED = "indented"
 
@@ -18,8 +19,10 @@ class code_block:
     lines: list
     note: str  # the comment right before it
 
-    def place(self, line=None):
-        return f"{self.document}:{line or self.line}"
+    def problem(self, text, *details, line=None):
+        """What is wrong with a line of it, or with all of it."""
+        shown = "".join("\n" + textwrap.indent(detail, "    ") for detail in details)
+        return f"{self.document}:{line or self.line}: {text}{shown}".rstrip()
 
     def text(self):
         return "".join(line + "\n" for line in self.lines)

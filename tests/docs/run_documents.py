@@ -30,7 +30,7 @@ FOR_ROOT = (
 
 @dataclasses.dataclass
 class exceptions_table:
-    """Reasons for not running a command, by document and command, empty where it can run; and which the documents have."""
+    """Why commands are not run, by document and command, empty for those that can; and which the documents have."""
 
     reasons: dict
     used: set = dataclasses.field(default_factory=set)

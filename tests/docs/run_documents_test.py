@@ -123,7 +123,8 @@ class script_test(small_tree):
         self.assertFalse(pathlib.Path(f"/proc/{pid}").exists())
 
     def test_watching_is_ended_as_by_its_reader(self):
-        self.expect_good("```sh\ntrap 'exit 0' INT\nbash -c 'trap \"exit 0\" INT; while :; do sleep 0.1; done' x --watch 2\n```\n")
+        watching = "bash -c 'trap \"exit 0\" INT; while :; do sleep 0.1; done' x --watch 2"
+        self.expect_good(f"```sh\n{watching}\n```\n")
 
     def test_what_is_excepted_is_not_run(self):
         not_run = [("page.md", "false", "it fails"), ("page.md", "exit", "it ends")]
@@ -147,13 +148,17 @@ class transcript_test(small_tree):
         self.expect_problem(text, "page.md:4", "wanted:  d\n    printed: c")
 
     def test_more_output_is_found(self):
-        self.expect_problem("```console\n$ printf 'a\\nb\\n'\na\n```\n", "page.md:2", "wanted:  nothing more\n    printed: b")
+        text = "```console\n$ printf 'a\\nb\\n'\na\n```\n"
+        self.expect_problem(text, "page.md:2", "wanted:  nothing more\n    printed: b")
 
     def test_less_output_is_found(self):
         self.expect_problem("```console\n$ echo a\na\nb\n```\n", "page.md:2", "wanted:  b")
 
     def test_a_silent_failure_is_found(self):
         self.expect_problem("```console\n$ false\n```\n", "page.md:2", "failed with status 1")
+
+    def test_a_failure_that_is_not_all_shown_is_found(self):
+        self.expect_problem("```console\n$ echo no; false\n...\n```\n", "page.md:2", "failed with status 1")
 
     def test_a_failure_that_is_shown_is_good(self):
         self.expect_good("```console\n$ echo no >&2; false\nno\n```\n")
@@ -166,9 +171,9 @@ class transcript_test(small_tree):
 
     def test_dots_stand_for_any_lines_and_for_the_rest_of_one(self):
         for expected in (["..."], ["a", "..."], ["  ...", "cde"], ["a", "...", "b", "c..."], ["a", "b", "cd..."]):
-            self.assertEqual(transcript.difference(expected, ["a", "b", "cde"]), "")
+            self.assertEqual(transcript.difference(expected, ["a", "b", "cde"]), [])
         for expected in (["a", "..."], ["...", "d"], ["a", "c..."], ["..."]):
-            self.assertNotEqual(transcript.difference(expected + ["x"], ["a", "b", "cde"]), "")
+            self.assertNotEqual(transcript.difference(expected + ["x"], ["a", "b", "cde"]), [])
 
     def test_paths_are_shown_as_they_were_typed(self):
         self.expect_good("```console\n$ mkdir /run/x; cd /run/x; pwd\n/run/x\n```\n")
@@ -262,7 +267,7 @@ class markdown_test(unittest.TestCase):
     def test_a_block_knows_its_place_its_note_and_its_lines(self):
         text = "- item\n\n  <!-- from a.c -->\n\n  ```c\n  one\n    two\n  ```\n\n````text\n```\n````\n"
         first, second = markdown_blocks.code_blocks("page.md", text.splitlines())
-        self.assertEqual((first.place(), first.language, first.note), ("page.md:6", "c", "from a.c"))
+        self.assertEqual((first.line, first.language, first.note), (6, "c", "from a.c"))
         self.assertEqual(first.lines, ["one", "  two"])
         self.assertEqual((second.line, second.lines, second.note), (11, ["```"], ""))
 

@@ -12,7 +12,7 @@ class exchange:
 
 
 def exchanges(block):
-    """The commands of a block. A command goes on in the next line after a backslash, and in lines that begin with `> `."""
+    """The commands of a block. A command goes on after a backslash, and in lines that begin with `> `."""
     found = []
     is_in_command = False
     for number, line in enumerate(block.lines, block.line):
@@ -20,7 +20,7 @@ def exchanges(block):
             found.append(exchange(number, line[2:], []))
             is_in_command = True
         elif not found:
-            raise ValueError(f"{block.place(number)}: a console block begins with a command after `$ `")
+            raise ValueError(block.problem("a console block begins with a command after `$ `", line=number))
         elif is_in_command and (line.startswith("> ") or found[-1].command.endswith("\\")):
             found[-1].command += "\n" + line.removeprefix("> ")
         else:
@@ -45,16 +45,21 @@ def _pattern(line):
 
 
 def difference(expected, printed):
-    """How what was printed differs from the lines expected; empty when it does not. `...` stands for any lines, or
-    for the rest of a line."""
+    """Lines that say how what was printed differs from what was expected; none when it does not. `...` stands for any
+    lines, or for the rest of a line."""
     expected = _tidy(expected)
     printed = "".join(line + "\n" for line in _tidy(printed))
     patterns = [_pattern(line) for line in expected]
     if re.fullmatch("".join(patterns), printed):
-        return ""
+        return []
     matched = len(patterns)
     while not (begin := re.match("".join(patterns[:matched]), printed)):
         matched -= 1
     rest = printed[begin.end() :].splitlines()
     wanted = expected[matched] if matched < len(expected) else "nothing more"
-    return "\n".join([f"wanted:  {wanted}", "printed: " + "\n         ".join(rest[:12])])
+    return [f"wanted:  {wanted}", "printed: " + "\n         ".join(rest[:12])]
+
+
+def is_whole(expected):
+    """Whether the lines show all that a command prints, as those of one that fails are to."""
+    return bool(expected) and not any(line.endswith("...") for line in _tidy(expected))
