@@ -192,7 +192,7 @@ class excerpt_test(small_tree):
 
     def test_an_excerpt_of_no_file_is_found(self):
         self.expect_problem(self.excerpt("x", "<!-- from examples/no.c -->", "cmake"), "page.md:3", "names a file")
-        self.expect_problem(self.excerpt("x", "<!-- from build.c -->", "cmake"), "page.md:3", "names a file")
+        self.expect_problem(self.excerpt("x", "<!-- from docs/schema/ports.json -->", "cmake"), "page.md:3", "names a file")
         self.expect_problem(self.excerpt("x", "", "cmake"), "page.md:3", "names a file")
 
     def test_a_program_that_no_test_builds_is_found(self):
