@@ -1,6 +1,7 @@
 # SPDX-License-Identifier: Apache-2.0
-"""Runs, loads or compares the blocks of one document, each as its language says."""
+"""Runs, loads or compares the blocks of one document, each as its language says, and follows its links."""
 import file_blocks
+import links
 import markdown_blocks
 import shell_session
 import transcript
@@ -31,7 +32,7 @@ class document_runner:
             markdown_blocks.INDENTED: lambda block: [block.problem("an indented block: fence it")],
         }
         self.blocks = 0
-        self.problems = []
+        self.problems = links.dead_links(root, document)
 
     def run(self):
         try:

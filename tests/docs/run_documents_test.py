@@ -237,6 +237,18 @@ class file_test(small_tree):
         self.expect_problem('```json\n{"ports": 9}\n```\n', "page.md:2", "<!-- schema docs/schema/FILE -->")
 
 
+class link_test(small_tree):
+    def test_a_link_to_no_file_is_found(self):
+        self.expect_good("[a](docs/schema/ports.json) [b](https://example.org/x) `[c](d.md)`\n")
+        self.expect_problem("A\n[a](docs/none.json)\n", "page.md:2", "docs/none.json")
+
+    def test_a_link_to_no_heading_is_found(self):
+        (self.root / "docs/other.md").write_text("# One\n\n## `pmctl` in two, or three\n\n```sh\n# four\n```\n")
+        self.expect_good("## Here it is\n[a](#here-it-is) [b](docs/other.md#pmctl-in-two-or-three)\n")
+        self.expect_problem("[a](#there)\n", "page.md:1", "#there")
+        self.expect_problem("```text\n```\n[a](docs/other.md#four)\n", "page.md:3", "docs/other.md#four")
+
+
 class schema_test(unittest.TestCase):
     def test_each_keyword_refuses(self):
         cases = (
