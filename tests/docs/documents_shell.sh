@@ -5,16 +5,17 @@ documents_terminal=$1
 documents_failures=$2
 documents_background=
 
-# A reader who starts a program in the background goes on when it has said something.
+# A reader who starts a program in the background goes on when it has said something, or soon when it is silent.
 documents_await_background() {
     [ "${!-}" != "$documents_background" ] || return 0
     documents_background=$!
-    local size
+    local size tenths=0
     size=$(stat --format %s "$documents_terminal")
-    for _ in {1..30}; do
+    while [ "$(stat --format %s "$documents_terminal")" = "$size" ] && kill -0 "$documents_background" 2>/dev/null; do
         sleep 0.1
-        [ "$(stat --format %s "$documents_terminal")" = "$size" ] || break
-        kill -0 "$documents_background" 2>/dev/null || break
+        tenths=$((tenths + 1))
+        [ "$tenths" -lt 100 ] || break
+        [ "$(readlink "/proc/$documents_background/fd/1")" = "$documents_terminal" ] || [ "$tenths" -lt 10 ] || break
     done
 }
 

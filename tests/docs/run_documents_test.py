@@ -3,6 +3,7 @@
 """What is wrong in a document is found, and named with its line."""
 import pathlib
 import tempfile
+import time
 import unittest
 import unittest.mock
 
@@ -109,8 +110,10 @@ class script_test(small_tree):
         self.expect_good("```sh\nexport A=1; cd examples\n```\n\n```console\n$ echo $A; ls *.c\n1\nadd.c\n```\n")
 
     def test_files_land_in_no_directory_of_others(self):
-        self.expect_good("```sh\nmkdir /run/mine; echo 1 >/tmp/mine; echo 1 >mine\n```\n")
-        self.assertFalse(any(pathlib.Path(name).exists() for name in ("/tmp/mine", "/run/mine", self.root / "mine")))
+        name = self.root.name
+        self.expect_good(f"```sh\nmkdir /run/{name}; echo 1 >/tmp/{name}.txt; echo 1 >~/{name}; echo 1 >{name}\n```\n")
+        places = (f"/run/{name}", f"/tmp/{name}.txt", pathlib.Path.home() / name, self.root / name)
+        self.assertFalse(any(pathlib.Path(place).exists() for place in places))
 
     def test_programs_in_the_background_are_waited_for_and_ended(self):
         text = (
@@ -121,6 +124,11 @@ class script_test(small_tree):
         self.expect_good(text)
         pid = int((self.root / "examples/pid").read_text())
         self.assertFalse(pathlib.Path(f"/proc/{pid}").exists())
+
+    def test_a_program_in_the_background_that_is_silent_is_not_waited_for_long(self):
+        start = time.monotonic()
+        self.expect_good("```sh\nsleep 60 >/tmp/silent &\ntrue\n```\n")
+        self.assertLess(time.monotonic(), start + 6)
 
     def test_watching_is_ended_as_by_its_reader(self):
         watching = "bash -c 'trap \"exit 0\" INT; while :; do sleep 0.1; done' x --watch 2"
