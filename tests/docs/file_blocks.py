@@ -7,7 +7,7 @@ import subprocess
 import tempfile
 import textwrap
 
-import json_schema
+import jsonschema
 
 _SWITCH = "build/switch/bin/pm-virtual-switch"
 
@@ -94,5 +94,5 @@ class file_blocks:
             value = json.loads(block.text())
         except json.JSONDecodeError as mistake:
             return [block.problem(f"no JSON: {mistake.msg}", line=block.line + mistake.lineno - 1)]
-        mistakes = json_schema.mistakes(value, json.loads(schema.read_text(encoding="utf-8")))
-        return [block.problem(mistake) for mistake in mistakes]
+        validator = jsonschema.Draft202012Validator(json.loads(schema.read_text(encoding="utf-8")))
+        return [block.problem(f"{mistake.json_path}: {mistake.message}") for mistake in validator.iter_errors(value)]
