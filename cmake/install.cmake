@@ -105,3 +105,5 @@ foreach(page IN LISTS manual_pages)
   string(REGEX MATCH "[1-8]$" section ${page})
   install(FILES ${page} DESTINATION ${CMAKE_INSTALL_MANDIR}/man${section} COMPONENT ${component})
 endforeach()
+
+include(cmake/packages.cmake)
