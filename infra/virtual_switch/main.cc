@@ -37,6 +37,7 @@ constexpr const char *help =
     "SIGHUP reads the chassis file again; SIGTERM and SIGINT end the program. Clients meet it in the run-time "
     "directory:\n"
     "$MTS_RUNTIME_DIR, else $XDG_RUNTIME_DIR/port_mgr, else /tmp/port_mgr-UID.\n"
+    "Clients of the system service set MTS_RUNTIME_DIR=/run/port_mgr.\n"
     "Exit status: 0, 1 after a failure, 2 for wrong usage.\n";
 
 struct arguments {

@@ -22,6 +22,8 @@ while read -r header; do
     case "$header" in *.hpp) ;; *) $c $flags "$work/header.c" || complain "as C: $header" ;; esac
     $cxx $flags -x c++ "$work/header.c" || complain "as C++: $header"
 done <"$work/headers"
+echo '#include <port_mgr/port_mgr_common.h>' >"$work/header.cc"
+clang++-16 -std=c++20 -Wall -Wextra -Wpedantic -Werror $flags "$work/header.cc" || complain "with clang"
 
 cmake -S . -B build -DCMAKE_PREFIX_PATH="$prefix" -DCMAKE_LIBRARY_ARCHITECTURE="${LIBDIR#lib/}" >/dev/null
 cmake --build build >/dev/null

@@ -13,9 +13,19 @@
 /* Marks a record whose members follow one another without padding. */
 #define PM_PACKED __attribute__((packed))
 
-#ifdef __cplusplus
+#if defined(__cplusplus) && defined(__clang__)
+/* clang warns of flexible array members in C++ also where they are marked as an extension. */
+#define PM_BEGIN_DECLS \
+    _Pragma("clang diagnostic push") _Pragma("clang diagnostic ignored \"-Wc99-extensions\"") extern "C" {
+#define PM_END_DECLS \
+    }                \
+    _Pragma("clang diagnostic pop")
+#elif defined(__cplusplus)
 #define PM_BEGIN_DECLS extern "C" {
 #define PM_END_DECLS }
+#endif
+
+#ifdef __cplusplus
 #define PM_STATIC_ASSERT(condition, text) static_assert(condition, text)
 #else
 #define PM_BEGIN_DECLS
