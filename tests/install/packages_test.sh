@@ -2,7 +2,8 @@
 # SPDX-License-Identifier: Apache-2.0
 # The Debian packages hold the files of files.txt and say of themselves what packages.txt says. dpkg installs them into
 # an empty root, where the programs run.
-#   packages_test.sh BUILD [OTHER_BUILD]    the libraries of OTHER_BUILD, where it was built, go beside those of BUILD
+#   packages_test.sh BUILD                they come out the same a second time
+#   packages_test.sh BUILD OTHER_BUILD    the libraries of OTHER_BUILD, where it was built, go beside those of BUILD
 . "$(dirname "$0")/installed.sh"
 command -v dpkg >/dev/null || { echo "skipped: there is no dpkg"; exit 77; }
 PATH=$PATH:/usr/sbin:/sbin  # dpkg asks for programs there
@@ -77,8 +78,10 @@ sed -n "s/^Package: \(.*\)/\1_${version}_$architecture.deb/p" "$here/packages.tx
 expect packages "$work/expected" "$work/found"
 for deb in $(cat "$work/found"); do check_package "$work/packages/$deb" "${deb%%_*}"; done
 
-make_packages "$1" "$work/again"
-diff --recursive "$work/packages" "$work/again" || complain "other packages of the same files"
+if [ -z "${2:-}" ]; then
+    make_packages "$1" "$work/again"
+    diff --recursive "$work/packages" "$work/again" || complain "other packages of the same files"
+fi
 
 root=$work/root
 mkdir "$root"
