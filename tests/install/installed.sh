@@ -14,6 +14,7 @@ finish() {
     rm -rf "$work"
 }
 trap finish EXIT
+trap "exit 1" HUP INT TERM PIPE
 
 complain() {
     echo "$1"
