@@ -75,18 +75,20 @@ install(DIRECTORY ${PROJECT_SOURCE_DIR}/build/docs/man/man3 DESTINATION ${CMAKE_
 install(DIRECTORY examples/chassis DESTINATION ${CMAKE_INSTALL_DATADIR}/port_mgr COMPONENT virtual-switch)
 install(FILES packaging/port-mgr.conf DESTINATION lib/sysusers.d COMPONENT virtual-switch)
 # The service names its files by absolute paths, known when the prefix is.
-set(service ${PROJECT_BINARY_DIR}/packaging/pm-virtual-switch.service)
 set(service_architectures native)
 if(CMAKE_SIZEOF_VOID_P EQUAL 4)
   string(APPEND service_architectures " x86")  # also where the system is a 64-bit one
 endif()
 install(CODE "
-  set(bindir \${CMAKE_INSTALL_PREFIX}/${CMAKE_INSTALL_BINDIR})
-  set(datadir \${CMAKE_INSTALL_PREFIX}/${CMAKE_INSTALL_DATADIR})
+  cmake_path(ABSOLUTE_PATH CMAKE_INSTALL_PREFIX OUTPUT_VARIABLE prefix)
+  set(bindir \${prefix}/${CMAKE_INSTALL_BINDIR})
+  set(datadir \${prefix}/${CMAKE_INSTALL_DATADIR})
   set(service_architectures \"${service_architectures}\")
-  configure_file(${PROJECT_SOURCE_DIR}/packaging/pm-virtual-switch.service.in ${service} @ONLY)"
+  set(service \${prefix}/lib/systemd/system/pm-virtual-switch.service)
+  message(STATUS \"Installing: \$ENV{DESTDIR}\${service}\")
+  configure_file(${PROJECT_SOURCE_DIR}/packaging/pm-virtual-switch.service.in \$ENV{DESTDIR}\${service} @ONLY)
+  list(APPEND CMAKE_INSTALL_MANIFEST_FILES \${service})"
         COMPONENT virtual-switch)
-install(FILES ${service} DESTINATION lib/systemd/system COMPONENT virtual-switch)
 
 install(FILES tools/pmctl/completion/pmctl.bash DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions
         RENAME pmctl COMPONENT pmctl)

@@ -9,7 +9,7 @@ check_files "installed into an empty root" "$work/root/usr"
 [ "$(ls "$work/root")" = usr ] || complain "installed beside the prefix: $(ls "$work/root")"
 
 prefix=$work/prefix
-cmake --install "$1" --prefix "$prefix" >/dev/null
+(cd "$work" && cmake --install "$1" --prefix prefix >/dev/null)
 check_files "installed into a prefix" "$prefix"
 
 for tree in "$work/root" "$prefix"; do
