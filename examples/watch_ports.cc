@@ -23,7 +23,7 @@
 namespace {
 
 constexpr port_mgr::paging paging{.ports_of_page = 16, .pages_under_way = 4};
-constexpr auto time_limit = std::chrono::seconds(5);
+constexpr auto time_limit = std::chrono::seconds(2);
 
 std::string name_of(if_index_t if_index) {
     std::array<char, 256> text{};
