@@ -9,7 +9,35 @@ using testing::IsEmpty;
 using testing::MatchesRegex;
 using testing::SizeIs;
 
-const char *const ports_of_the_fixed_switch = "fc1/1                up         8 Gbps     None\n";
+const char *const ports_of_the_fixed_switch = R"(fc1/1                up         8 Gbps     None
+fc1/2                up         8 Gbps     None
+fc1/3                up         8 Gbps     None
+fc1/4                up         8 Gbps     None
+fc1/5                up         8 Gbps     None
+fc1/6                up         8 Gbps     None
+fc1/7                up         8 Gbps     None
+fc1/8                up         8 Gbps     None
+fc1/9                down       unknown    SFP not present
+fc1/10               down       unknown    SFP not present
+fc1/11               down       unknown    SFP not present
+fc1/12               down       unknown    SFP not present
+fc1/13               down       unknown    SFP not present
+fc1/14               down       unknown    SFP not present
+fc1/15               down       unknown    SFP not present
+fc1/16               down       unknown    SFP not present
+Ethernet2/1          up         10 Gbps    None
+Ethernet2/2          up         10 Gbps    None
+Ethernet2/3          up         10 Gbps    None
+Ethernet2/4          up         10 Gbps    None
+Ethernet2/5          up         10 Gbps    None
+Ethernet2/6          up         10 Gbps    None
+Ethernet2/7          down       unknown    SFP not present
+Ethernet2/8          down       unknown    SFP not present
+port-channel1        up         16 Gbps    None
+port-channel2        down       unknown    Administratively down
+port-channel2.7      down       unknown    Parent interface down
+mgmt0                up         1 Gbps     None
+)";
 
 class listing : public runtime_dir_test, public testing::WithParamInterface<const char *> {
   protected:
