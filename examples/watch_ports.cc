@@ -102,16 +102,15 @@ class port_watch {
 
     void end_round() {
         is_round_ = false;
-        if (!failure_.ok()) {
-            if (is_answering_) std::fprintf(lines_, "no answer: %s\n", failure_.words().c_str());
-            is_answering_ = false;
-            return;
-        }
-        if (!is_answering_) std::fprintf(lines_, "%zu ports\n", found_.size());
-        is_answering_ = true;
-        if (has_ports_) print_changes();
-        has_ports_ = true;
+        announce(failure_.ok() ? "the switch answers" : "no answer: " + failure_.words());
+        if (!failure_.ok()) return;
+        if (!ports_.empty()) print_changes();
         ports_.swap(found_);
+    }
+
+    void announce(const std::string &line) {
+        if (line != announced_) std::fprintf(lines_, "%s\n", line.c_str());
+        announced_ = line;
     }
 
     void print_changes() {
@@ -142,8 +141,7 @@ class port_watch {
     port_mgr::async_requests requests_;
     FILE *lines_;
     bool is_round_ = false;
-    bool is_answering_ = false;
-    bool has_ports_ = false;
+    std::string announced_;                   // how the switch is
     port_mgr::status failure_;                // of this round
     std::vector<pm_if_index_range_t> pages_;  // of this round
     size_t next_page_ = 0;                    // the first that was not asked for

@@ -34,8 +34,8 @@ Ethernet2/6          up         10 Gbps    None
 Ethernet2/7          down       unknown    SFP not present
 Ethernet2/8          down       unknown    SFP not present
 port-channel1        up         16 Gbps    None
-port-channel2        down       unknown    Administratively down
-port-channel2.7      down       unknown    Parent interface down
+port-channel2        up         20 Gbps    None
+port-channel2.7      up         20 Gbps    None
 mgmt0                up         1 Gbps     None
 )";
 
