@@ -63,25 +63,26 @@ struct change_list {
 
 /* Words */
 
+static const struct {
+    uint32_t status;
+    const char *words;
+} known_statuses[] = {
+    {1, "out of memory"},
+    {PM_ERR_FAILURE, "missing or invalid arguments"},
+    {PM_ERR_INVALID_PARAM, "invalid parameter, or malformed answer"},
+    {PM_ERR_TLV, "attribute that cannot be encoded"},
+    {PM_ERR_NO_PAYLOAD, "answer without payload"},
+    {PM_ERR_REJECTED, "request rejected"},
+    {PM_ERR_INVALID_RANGE, "no such interface or range"},
+};
+
+/* Small numbers are the transport's: system error numbers. */
+static bool is_transport_failure(uint32_t status) { return status != 0 && status < 4096; }
+
 static const char *status_words(uint32_t status) {
-    switch (status) {
-        case 1:
-            return "out of memory";
-        case PM_ERR_FAILURE:
-            return "missing or invalid arguments";
-        case PM_ERR_INVALID_PARAM:
-            return "invalid parameter";
-        case PM_ERR_TLV:
-            return "attribute that cannot be encoded";
-        case PM_ERR_NO_PAYLOAD:
-            return "answer without payload";
-        case PM_ERR_REJECTED:
-            return "request rejected";
-        case PM_ERR_INVALID_RANGE:
-            return "no such interface or range";
-        default:
-            return status < 4096 ? strerror((int)status) : "failure of the service's own";
-    }
+    for (size_t i = 0; i < sizeof known_statuses / sizeof known_statuses[0]; ++i)
+        if (known_statuses[i].status == status) return known_statuses[i].words;
+    return is_transport_failure(status) ? strerror((int)status) : "failure of the service's own";
 }
 
 static void print_refusal(const struct change *change, if_index_t first, if_index_t last, uint32_t status) {
@@ -222,28 +223,37 @@ static bool read_changes(FILE *file, const char *file_name, struct change_list *
 
 /* Sending */
 
-/* Says which interfaces did not take a change, when there is an answer about each, else that none did. */
-static bool is_made(const struct change *change, uint32_t status, uint32_t count, const pm_set_port_result_t *entries) {
-    if (count == 0 && status == 0) status = PM_ERR_REJECTED; /* nobody was asked: no service has it for these */
-    if (count == 0)
-        for (uint32_t i = 0; i < change->range_count; ++i)
-            print_refusal(change, change->ranges[i].first, change->ranges[i].last, status);
-    for (uint32_t i = 0; i < count; ++i)
-        if (entries[i].status != 0)
-            print_refusal(change, entries[i].if_index, entries[i].if_index, ntohl(entries[i].status));
-    return status == 0;
+/* For answers about the request as a whole. */
+static void print_refusals(const struct change *change, uint32_t status) {
+    for (uint32_t i = 0; i < change->range_count; ++i)
+        print_refusal(change, change->ranges[i].first, change->ranges[i].last, status);
 }
 
+/* Says which interfaces refused a change, and returns whether none did. */
+static bool are_good(const struct change *change, uint32_t count, const pm_set_port_result_t *entries) {
+    bool is_good = true;
+    for (uint32_t i = 0; i < count; ++i) {
+        if (entries[i].status == 0) continue;
+        print_refusal(change, entries[i].if_index, entries[i].if_index, ntohl(entries[i].status));
+        is_good = false;
+    }
+    return is_good;
+}
+
+/* Returns whether every interface took the change. */
 static bool send_change(mts_handle_t handle, const struct change *change) {
     uint32_t count = 0;
     pm_set_port_result_t *entries = NULL;
-    const uint32_t status = pm_cmi_set_port_config(
-        handle, getenv("USER"), "bulk_config", change->range_count, change->ranges, change->attribute->type,
-        widths[change->attribute->kind], &change->value, &count, &entries, 0);
-    if (status != 0 && status < PM_ERR_FAILURE) entries = NULL; /* a failure of the transport: not ours to look at */
-    const bool made = is_made(change, status, entries == NULL ? 0 : count, entries);
+    uint32_t status = pm_cmi_set_port_config(handle, getenv("USER"), "bulk_config", change->range_count, change->ranges,
+                                             change->attribute->type, widths[change->attribute->kind], &change->value,
+                                             &count, &entries, 0);
+    if (is_transport_failure(status)) entries = NULL;             /* they are nobody's then */
+    if (status == 0 && entries == NULL) status = PM_ERR_REJECTED; /* no service was asked: these do not take it */
+    if (entries == NULL) count = 0;
+    if (status != 0 && count == 0) print_refusals(change, status);
+    const bool is_made = are_good(change, count, entries) && status == 0;
     free(entries);
-    return made;
+    return is_made;
 }
 
 static bool send_changes(const struct change_list *list) {

@@ -52,7 +52,8 @@ TEST_F(bulk_config_of_a_switch, sets_every_attribute) {
 TEST_F(bulk_config_of_a_switch, names_each_interface_that_refuses) {
     const auto result = run("fc1/5-6 speed 3\nEthernet4/1 vsan 5\nfc1/5 shutdown on\n");
     EXPECT_EQ(result.messages,
-              "fc1/5: speed: invalid parameter (0x40290003)\nfc1/6: speed: invalid parameter (0x40290003)\n"
+              "fc1/5: speed: invalid parameter, or malformed answer (0x40290003)\nfc1/6: speed: invalid parameter, or "
+              "malformed answer (0x40290003)\n"
               "Ethernet4/1: vsan: request rejected (0x40290009)\n");
     EXPECT_EQ(result.status, 1);
     EXPECT_EQ(port("fc1/5").admin_state, 2);
