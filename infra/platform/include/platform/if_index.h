@@ -12,17 +12,17 @@ PLATFORM_BEGIN_DECLS
 
 /* Interface types. */
 enum {
-    IF_TYPE_NONE = 0,           /* index 0: no interface, where a walk starts */
-    IF_TYPE_FC = 1,             /* physical Fibre Channel port */
-    IF_TYPE_ETHERNET = 2,       /* physical Ethernet port, and its sub-interfaces */
-    IF_TYPE_PORT_CHANNEL = 4,   /* port channel, and its sub-interfaces */
-    IF_TYPE_MGMT = 5,           /* single interface of its own service */
-    IF_TYPE_FCIP = 10,          /* FCIP tunnel */
-    IF_TYPE_SLOT_PORT = 11,     /* slot/port interface without sub-interfaces */
-    IF_TYPE_ETHERNET_KIND = 13, /* slot/port interface stepped like Ethernet */
-    IF_TYPE_LOOPBACK = 20,      /* numbered interface of the Ethernet service */
-    IF_TYPE_BUNDLE = 22,        /* second port-channel kind */
-    IF_TYPE_ETHERNET_SFP = 26,  /* interface of the Ethernet service with a transceiver */
+    IF_TYPE_NONE = 0,           /**< index 0: no interface, where a walk starts */
+    IF_TYPE_FC = 1,             /**< physical Fibre Channel port */
+    IF_TYPE_ETHERNET = 2,       /**< physical Ethernet port, and its sub-interfaces */
+    IF_TYPE_PORT_CHANNEL = 4,   /**< port channel, and its sub-interfaces */
+    IF_TYPE_MGMT = 5,           /**< single interface of its own service */
+    IF_TYPE_FCIP = 10,          /**< FCIP tunnel */
+    IF_TYPE_SLOT_PORT = 11,     /**< slot/port interface without sub-interfaces */
+    IF_TYPE_ETHERNET_KIND = 13, /**< slot/port interface stepped like Ethernet */
+    IF_TYPE_LOOPBACK = 20,      /**< numbered interface of the Ethernet service */
+    IF_TYPE_BUNDLE = 22,        /**< second port-channel kind */
+    IF_TYPE_ETHERNET_SFP = 26,  /**< interface of the Ethernet service with a transceiver */
     IF_TYPE_OTHER = 254
 };
 

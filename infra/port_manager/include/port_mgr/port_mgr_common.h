@@ -1,47 +1,54 @@
 /* SPDX-License-Identifier: Apache-2.0 */
-/* port_mgr_common.h: the whole interface of libport_mgr_common, the client library of the port manager.
+/**
+ * @defgroup port_mgr The library
+ * @brief The client library of the port manager.
  *
- * Conventions
+ * `port_mgr_common.h` is the whole interface of libport_mgr_common; each header that it includes is a family of
+ * functions.
  *
- * Results      Functions return a 32-bit status: 0 for success, one of the PM_ERR_... codes of status.h, 1 when
- *              memory ran out, a system error number of the message transport, what CMI tells of a request that
- *              had no answer, or a nonzero status that a service answered with, passed on as it stands.
- *              Exceptions say so where they are declared.
- * Outputs      An output is written only as its function says; on failure it stays untouched unless the function
- *              says otherwise.
- * Ownership    Every array or record that a function allocates for its caller is one malloc block: free it once,
- *              with free. A response message belongs to the caller from the moment it is received: release it with
- *              mts_drop, after parsing. The library keeps no reference to memory of its caller's.
- * Byte order   Arguments and records are in host order. Members that keep the four bytes of the wire as they came
- *              say "network order".
- * Records      Byte-packed: members follow one another without padding, so multi-byte members may be unaligned.
- *              Headers whose records are not say so.
- * Threads      The library starts no thread, takes no lock and installs no signal handler. An MTS handle, and whatever
- *              else a caller hands over, belongs to one thread at a time. Apart from that, everything may be called on
- *              several threads at once, with two exceptions:
+ * **Results**: Functions return a 32-bit status: 0 for success, one of the `PM_ERR_...` codes of `status.h`, 1 when
+ * memory ran out, a system error number of the message transport, what CMI tells of a request that had no answer, or a
+ * nonzero status that a service answered with, passed on as it stands. Exceptions say so where they are declared.
  *
- *              what                                 when                 what is shared
- *              port_auto_neg_string                 the value is not     local_temp_string_buffer: the text goes there,
- *              port_bb_scn_cfg_string               one that the         and another call overwrites it
- *              port_beacon_mode_string              function knows       (port_strings.h)
- *              port_down_on_link_failure_string
- *              port_ignore_param_string
- *              port_mode_string
- *              port_promiscuous_string
- *              port_rate_mode_string
- *              port_service_state_string
- *              port_snmp_trap_string
- *              port_trunking_mode_string
- *              port_type_string
- *              pm_check_is_valid_sub_intf_bitset    always               the position of its search: two at once may
- *                                                                        answer wrongly (sub_interface_config.h)
+ * **Outputs**: An output is written only as its function says; on failure it stays untouched unless the function says
+ * otherwise.
  *
- * Diagnostics  Lines on standard output, most of them begun by the name of the function that reports. Functions that
- *              say so leave an assertion report in /log/assert-backtrace, as long as there is a /log and room in the
- *              file, and with it a line in the system log. What several threads report at once may mix: on standard
- *              output line by line, in the log of assertions piece by piece.
+ * **Ownership**: Every array or record that a function allocates for its caller is one malloc block: free it once, with
+ * free(). A response message belongs to the caller from the moment it is received: release it with mts_drop(), after
+ * parsing. The library keeps no reference to memory of its caller's.
  *
- * A query in brief
+ * **Byte order**: Arguments and records are in host order. Members that keep the four bytes of the wire as they came
+ * say "network order".
+ *
+ * **Records**: Byte-packed: members follow one another without padding, so multi-byte members may be unaligned. Headers
+ * whose records are not say so.
+ *
+ * **Threads**: The library starts no thread, takes no lock and installs no signal handler. An MTS handle, and whatever
+ * else a caller hands over, belongs to one thread at a time. Apart from that, everything may be called on several
+ * threads at once, with two exceptions:
+ *
+ *     what                                 when                 what is shared
+ *     port_auto_neg_string                 the value is not     local_temp_string_buffer: the text goes there,
+ *     port_bb_scn_cfg_string               one that the         and another call overwrites it
+ *     port_beacon_mode_string              function knows       (port_strings.h)
+ *     port_down_on_link_failure_string
+ *     port_ignore_param_string
+ *     port_mode_string
+ *     port_promiscuous_string
+ *     port_rate_mode_string
+ *     port_service_state_string
+ *     port_snmp_trap_string
+ *     port_trunking_mode_string
+ *     port_type_string
+ *     pm_check_is_valid_sub_intf_bitset    always               the position of its search: two at once may
+ *                                                               answer wrongly (sub_interface_config.h)
+ *
+ * **Diagnostics**: Lines on standard output, most of them begun by the name of the function that reports. Functions
+ * that say so leave an assertion report in `/log/assert-backtrace`, as long as there is a `/log` and room in the file,
+ * and with it a line in the system log. What several threads report at once may mix: on standard output line by line,
+ * in the log of assertions piece by piece.
+ *
+ * **A query in brief**: asks, parses, releases the message, and frees the records.
  *
  *     mts_msg_t answer;
  *     uint32_t count;

@@ -13,20 +13,20 @@ typedef struct mts_server mts_server_t;
 
 /* Who asks, as the kernel knew them when they connected: nothing that a client sends can change it. */
 typedef struct mts_client {
-    uint32_t uid;           /* the effective user */
-    uint32_t group_count;   /* at least 1 */
-    const uint32_t *groups; /* the effective group, then the supplementary ones, which may name it again */
+    uint32_t uid;           /**< the effective user */
+    uint32_t group_count;   /**< at least 1 */
+    const uint32_t *groups; /**< the effective group, then the supplementary ones, which may name it again */
 } mts_client_t;
 
 /* One request as a service sees it. It lives until the service returns. */
 typedef struct mts_request {
-    uint32_t node; /* where it was sent to */
+    uint32_t node; /**< where it was sent to */
     uint32_t sap;
     uint32_t opcode;
-    uint32_t is_cmi;       /* 1 when the client waits in cmi_req_resp, else 0 */
-    uint32_t kind;         /* the CMI request kind; 0 for a message */
-    uint32_t payload_size; /* bytes behind `payload` */
-    const void *payload;   /* null when there is none; TLV_ZEROED_TAIL_SIZE zeroed bytes follow it */
+    uint32_t is_cmi;       /**< 1 when the client waits in cmi_req_resp, else 0 */
+    uint32_t kind;         /**< the CMI request kind; 0 for a message */
+    uint32_t payload_size; /**< bytes behind `payload` */
+    const void *payload;   /**< null when there is none; TLV_ZEROED_TAIL_SIZE zeroed bytes follow it */
     mts_client_t client;
 } mts_request_t;
 
