@@ -1,11 +1,28 @@
 /* SPDX-License-Identifier: Apache-2.0 */
-/* Types that every platform header shares. */
+/**
+ * @defgroup platform The platform
+ * @brief What the library asks of the switch's platform libraries.
+ *
+ * On the switch these functions are the platform's own; on a development host they are those of `infra/platform/dev`.
+ */
+/**
+ * @defgroup platform_types types.h: what every platform header shares
+ * @ingroup platform
+ * @{
+ */
 #ifndef PLATFORM_TYPES_H
 #define PLATFORM_TYPES_H
 
 #include <stdint.h>
 
-/* C linkage, and visible outside the shared object that defines the function. */
+/**
+ * @def PLATFORM_BEGIN_DECLS
+ * Begins declarations with C linkage, visible outside the shared object that defines the functions.
+ */
+/**
+ * @def PLATFORM_END_DECLS
+ * Ends them.
+ */
 #ifdef __cplusplus
 #define PLATFORM_BEGIN_DECLS \
     extern "C" {             \
@@ -18,10 +35,11 @@
 #define PLATFORM_END_DECLS _Pragma("GCC visibility pop")
 #endif
 
-/* A caller's queue on the message transport. 0 is never a valid handle. */
+/** A caller's queue on the message transport. 0 is never a valid handle. */
 typedef uint32_t mts_handle_t;
 
-/* An interface index in host byte order. 0 names no interface. */
+/** An interface index in host byte order. 0 names no interface. */
 typedef uint32_t if_index_t;
 
+/** @} */
 #endif
