@@ -15,9 +15,12 @@ class mts_handle {
   public:
     /** Opens a handle; errno tells why when there is none. */
     mts_handle() : handle_(mts_dev_open()) {}
-    /** Leaves `other` without a handle. */
+    /** Takes over a handle.
+     *  @param other  its owner so far, which is left without one */
     mts_handle(mts_handle &&other) noexcept : handle_(std::exchange(other.handle_, 0)) {}
-    /** Closes its own handle in favour of the other. */
+    /** Closes its own handle in favour of another.
+     *  @param other  its owner so far
+     *  @return this */
     mts_handle &operator=(mts_handle other) noexcept {
         std::swap(handle_, other.handle_);
         return *this;

@@ -21,9 +21,12 @@ class message {
      *  @param handle  the queue that it was sent or received with
      *  @param words   the message as the C interface filled it in */
     message(mts_handle_t handle, const mts_msg_t &words) : handle_(handle), words_(words) {}
-    /** Leaves `other` without a message. */
+    /** Takes over a message.
+     *  @param other  its owner so far, which is left without one */
     message(message &&other) noexcept : handle_(std::exchange(other.handle_, 0)), words_(other.words_) {}
-    /** Releases what it holds, and takes over what `other` did. */
+    /** Releases what it holds, and takes over a message.
+     *  @param other  its owner so far
+     *  @return this */
     message &operator=(message other) noexcept {
         std::swap(handle_, other.handle_);
         std::swap(words_, other.words_);
@@ -77,7 +80,8 @@ class records {
     [[nodiscard]] size_t size() const { return block_ ? count_ : 0; }
     /** @return whether there are none. */
     [[nodiscard]] bool empty() const { return size() == 0; }
-    /** @return the record at a position below size(). */
+    /** @param position  below size()
+     *  @return the record there */
     [[nodiscard]] const Record &operator[](size_t position) const { return block_[position]; }
 
     /** @return the block, which is the caller's to free from now on. */

@@ -41,7 +41,8 @@ struct port_home {
         return home;
     }
 
-    /** Compares all of it. */
+    /** Compares all of it.
+     *  @return whether both are the same */
     bool operator==(const port_home &) const = default;
 };
 
