@@ -12,7 +12,7 @@
  *     short     2      network order   uint16_t
  *     word      4      network order   uint32_t
  *     raw word  4      host order      32 bits, copied as they lie
- *     raw pair  8      host order      two uint32_t, one after the other, copied as they lie
+ *     raw pair  8      host order      two uint32_t, copied as they lie
  *     text      81     as it lies      a field of 81 characters
  * @{
  */
@@ -60,8 +60,11 @@ PM_STATIC_ASSERT(sizeof(pm_cfg_tlv_t) == 2 + PM_CFG_VALUE_SIZE, "pm_cfg_tlv_t ha
  *
  *     byte      1, 4, 5, 11, 12, 13, 17, 22, 34, 35, 42, 44, 48, 59, 71, 72, 84, 85
  *     short     7, 15, 52, 56, 57, 58
- *     word      2, 3, 8, 14, 21, 23, 25, 27, 28, 29, 31, 32, 36, 37, 41, 45, 49, 50, 51, 53, 54, 61, 62, 67, 68, 78,
- * 80, 81 raw word  18, 19, 20, 47, 55 raw pair  9, 30 text      6, 83
+ *     word      2, 3, 8, 14, 21, 23, 25, 27, 28, 29, 31, 32, 36, 37, 41, 45,
+ *               49, 50, 51, 53, 54, 61, 62, 67, 68, 78, 80, 81
+ *     raw word  18, 19, 20, 47, 55
+ *     raw pair  9, 30
+ *     text      6, 83
  *
  * Null pointers leave an assertion report, and what has to be written is written all the same.
  *
@@ -81,7 +84,8 @@ PM_API uint32_t pm_encode_tlv(pm_cfg_tlv_t *element, uint8_t type, uint8_t lengt
  *
  *     byte      1, 4, 5, 11, 12, 13, 17, 22, 34, 35, 42, 44, 48
  *     short     7, 15, 52
- *     word      2, 3, 8, 14, 21, 23, 25, 27, 28, 29, 31, 32, 36, 37, 41, 45, 50, 54, 78, 80, 81
+ *     word      2, 3, 8, 14, 21, 23, 25, 27, 28, 29, 31, 32, 36, 37, 41, 45,
+ *               50, 54, 78, 80, 81
  *     raw pair  9
  *     text      6, 83
  *

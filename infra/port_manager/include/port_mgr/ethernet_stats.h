@@ -89,9 +89,9 @@ PM_STATIC_ASSERT(sizeof(pm_eth_stats_t) == 320, "pm_eth_stats_t travels as 320 b
  * @param[in]  request_word  PM_ETH_STATS_...
  * @param[out] stats         The counters; null sends the request all the same, and passes over what the answer says.
  * @return 0; a failed look-up's status, with nothing sent; -1 or an error number when the transport failed, with
- * `stats` untouched unless it failed only to release the answer; -1 when the line card could not reach the port, after
- * a line on standard output, with `stats` untouched; or PM_ERR_REJECTED when it refused the request, after a line on
- *     standard output, with `stats` as the answer came, in network order.
+ *     `stats` untouched unless it failed only to release the answer; -1 when the line card could not reach the port,
+ *     after a line on standard output, with `stats` untouched; or PM_ERR_REJECTED when it refused the request, after a
+ *     line on standard output, with `stats` as the answer came, in network order.
  */
 PM_API int32_t pm_get_clear_eth_stats(mts_handle_t handle, if_index_t interface, if_index_t request,
                                       uint32_t request_word, pm_eth_stats_t *stats);

@@ -26,7 +26,7 @@ PM_BEGIN_DECLS
  * order.
  *
  * @param[in]  type     The interface type; others than 1, 2, 5, 11, 13, 20, 26 and 254 leave an assertion report, and
- * the port manager is asked.
+ *                      the port manager is asked.
  * @param[in]  handle   The caller's queue.
  * @param[out] message  Carries the request out; then the answer, the caller's to release with mts_drop().
  * @param[in]  wait     The longest wait in seconds.

@@ -20,12 +20,14 @@ PM_BEGIN_DECLS
 /**
  * Checks a range and counts its members.
  *
- *     type          members                                             the range must
- *     1, 11, 13     the ports                                           lie on one slot of the chassis, not backwards
- *     2             the ports, or the sub-interfaces of a single port   the same, and the sub-interfaces not backwards
- *     4, 22         the port channels                                   not run backwards
- *     5             1, whatever the ends are
- *     10            the tunnels; backwards the count wraps around
+ *     type        members                      the range must
+ *     1, 11, 13   the ports                    lie on one slot of the chassis,
+ *                                              not backwards
+ *     2           the ports, or the sub-       the same, and the
+ *                 interfaces of a single port  sub-interfaces not backwards
+ *     4, 22       the port channels            not run backwards
+ *     5           1, whatever the ends are
+ *     10          the tunnels; backwards the count wraps around
  *
  * A channel whose number cannot be told counts as channel 0.
  *
@@ -42,11 +44,12 @@ PM_API uint32_t pm_get_num_ports_in_if_index_range(if_index_t first, if_index_t 
  *
  * Members are main interfaces: ports are stepped through even where a range of sub-interfaces was counted.
  *
- *     type          the member                                           built as
- *     1             port (first + offset) modulo 256 of the slot         physical Fibre Channel port
- *     2, 13         port (first + offset) modulo 256 of the slot         physical Ethernet port
- *     4, 22         channel first + offset                               port channel
- *     10            tunnel first + offset                                FCIP interface
+ *     type    the member                        built as
+ *     1       port (first + offset) modulo 256  physical Fibre Channel port
+ *             of the slot
+ *     2, 13   the same                          physical Ethernet port
+ *     4, 22   channel first + offset            port channel
+ *     10      tunnel first + offset             FCIP interface
  *
  * A channel or tunnel whose number cannot be told counts as number 0.
  *

@@ -49,7 +49,8 @@ PM_BEGIN_DECLS
  * @param[in]  value        The value in host memory, as wide as its kind whatever the length says; not null.
  * @param[out] count        The number of entries; not null.
  * @param[out] entries      What became of each interface, in one block that the caller frees once; not null. Null when
- * no service gave results, or there was no memory for them; empty, and to be freed all the same, when one gave none.
+ *                          no service gave results, or there was no memory for them; empty, and to be freed all the
+ *                          same, when one gave none.
  * @param[in]  last         The longest wait in seconds; 0 for the transport's own limit.
  * @return 0; PM_ERR_FAILURE with the outputs untouched for a null or missing argument; the status of the encoder, after
  *     its line, its assertion report and another line; the service's status, with entries where it sent some; the
@@ -68,7 +69,7 @@ PM_API uint32_t pm_cmi_set_port_config(mts_handle_t handle, const char *first_te
  * @param[in]  kind         One of PM_CONFIG_GET_...; other numbers are passed on to the owner.
  * @param[in]  range_count  The number of ranges, not 0.
  * @param[in]  ranges       In host order, not null; the first interface decides which service is asked about all of
- * them.
+ *                          them.
  * @param[out] count        The number of records; not null.
  * @param[out] records      The records, one block that the caller frees once, or null when there are none; not null.
  * @param[in]  last         The longest wait in seconds; 0 for the transport's own limit.

@@ -107,7 +107,7 @@ PM_API uint32_t pm_parse_get_port_info_brief_res_payload(const void *payload, ui
  * @param[out] count    The count word of the answer; also when memory ran out.
  * @param[out] record   One record, whatever the count; written only on success.
  * @return The usual result, or PM_ERR_NO_PAYLOAD for a message without payload. That, the service's status and a lack
- * of memory are named on standard output.
+ *     of memory are named on standard output.
  */
 PM_API uint32_t pm_parse_get_next_port_info(const mts_msg_t *message, uint32_t *count, pm_port_info_t **record);
 

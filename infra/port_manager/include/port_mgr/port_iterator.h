@@ -44,7 +44,7 @@ PM_API uint32_t pm_iterator_create(pm_iterator_t **iterator, const mts_msg_t *me
  *
  * @param[in,out] iterator  The caller's variable.
  * @return 0, or PM_ERR_INVALID_PARAM after an assertion report, with nothing released, when `iterator`, or what it
- * points to, is null or the mark is not 1.
+ *     points to, is null or the mark is not 1.
  */
 PM_API uint32_t pm_iterator_destroy(pm_iterator_t **iterator);
 

@@ -27,21 +27,13 @@
  * else a caller hands over, belongs to one thread at a time. Apart from that, everything may be called on several
  * threads at once, with two exceptions:
  *
- *     what                                 when                 what is shared
- *     port_auto_neg_string                 the value is not     local_temp_string_buffer: the text goes there,
- *     port_bb_scn_cfg_string               one that the         and another call overwrites it
- *     port_beacon_mode_string              function knows       (port_strings.h)
- *     port_down_on_link_failure_string
- *     port_ignore_param_string
- *     port_mode_string
- *     port_promiscuous_string
- *     port_rate_mode_string
- *     port_service_state_string
- *     port_snmp_trap_string
- *     port_trunking_mode_string
- *     port_type_string
- *     pm_check_is_valid_sub_intf_bitset    always               the position of its search: two at once may
- *                                                               answer wrongly (sub_interface_config.h)
+ * - A value that the function does not know, given to port_auto_neg_string(), port_bb_scn_cfg_string(),
+ *   port_beacon_mode_string(), port_down_on_link_failure_string(), port_ignore_param_string(), port_mode_string(),
+ *   port_promiscuous_string(), port_rate_mode_string(), port_service_state_string(), port_snmp_trap_string(),
+ *   port_trunking_mode_string() or port_type_string(): the text goes to #local_temp_string_buffer, and another call
+ *   overwrites it.
+ * - pm_check_is_valid_sub_intf_bitset(), always: the position of its search is shared, and two at once may answer
+ *   wrongly.
  *
  * **Diagnostics**: Lines on standard output, most of them begun by the name of the function that reports. Functions
  * that say so leave an assertion report in `/log/assert-backtrace`, as long as there is a `/log` and room in the file,

@@ -17,7 +17,7 @@ PM_BEGIN_DECLS
  *
  * @param[in] reason  The code, as in `state_reason` of the port records.
  * @param[in] form    1 for a keyword such as "sfpAbsent", which several codes may share; every other value for a
- * message such as "SFP not present".
+ *                    message such as "SFP not present".
  * @return A constant text, not to be freed; "down" or "Unknown" for a code that has no text of its own.
  */
 PM_API const char *port_state_reason_string(uint8_t reason, int32_t form);

@@ -37,12 +37,14 @@ PM_API extern char local_temp_string_buffer[200];
  *
  * The value is compared as a whole: other combinations are unknown, and so is 0.
  *
- *     0x1      "auto"      0x40     "FL"         0x8000    "ST"                          0xffff  "ALL"
- *     0x2      "SD"        0x80     "FL"         0x80000   "FA"                          0xfffb  "Not E"
- *     0x4      "E"         0x100    "FL"         0x100000  "trunk"                       0xfe3f  "Not FL"
- *     0x8      "TE"        0x200    "IPS"        0x400000  "private-vlan host"           0x60    "FX"
- *     0x10     "TL"        0x400    "ISCSI"      0x800000  "private-vlan promiscuous"
- *     0x20     "F"         0x4000   "NP"         0x4000000 "TF"                          0x8000000 "TNP"
+ *     0x1   "auto"    0x100     "FL"       0x400000   "private-vlan host"
+ *     0x2   "SD"      0x200     "IPS"      0x800000   "private-vlan promiscuous"
+ *     0x4   "E"       0x400     "ISCSI"    0x4000000  "TF"
+ *     0x8   "TE"      0x4000    "NP"       0x8000000  "TNP"
+ *     0x10  "TL"      0x8000    "ST"       0x60       "FX"
+ *     0x20  "F"       0x80000   "FA"       0xffff     "ALL"
+ *     0x40  "FL"      0x100000  "trunk"    0xfffb     "Not E"
+ *     0x80  "FL"                           0xfe3f     "Not FL"
  *
  * @param[in] mode  One bit a mode, or one of the masks that stand for several.
  * @return The text above, or "Unknown(N)".
@@ -214,9 +216,10 @@ PM_API const char *port_owner_string(const char *owner);
 /**
  * The text for a speed, with its unit.
  *
- *     0 "auto"               10 "10 Mbps"                1000 "1 Gbps"      0xffffffff "unknown"
- *     1 "auto max 2 Gbps"    100 "100 Mbps"              2000 "2 Gbps"      else whole Gbit/s, rounded down, "16 Gbps"
+ *     0 "auto"               10 "10 Mbps"                1000 "1 Gbps"
+ *     1 "auto max 2 Gbps"    100 "100 Mbps"              2000 "2 Gbps"
  *     2 "auto max 4 Gbps"    110 "auto 10 or 100 Mbps"   4000 "4 Gbps"
+ *     0xffffffff "unknown"; else whole Gbit/s, rounded down, "16 Gbps"
  *
  * @param[in]  speed  The speed in Mbit/s.
  * @param[out] buf    Room for 80 bytes; not null.
@@ -227,9 +230,10 @@ PM_API char *port_speed_string(uint32_t speed, char *buf);
 /**
  * The text for a speed as a number of Gbit/s.
  *
- *     0 "auto"               10 "0.01"                   1000 "1"           -1 "--"
- *     1 "auto max 2"         100 "0.1"                   2000 "2"           else whole Gbit/s, rounded toward zero:
- *     2 "auto max 4"                                     4000 "4"           16000 "16", 110 "0"
+ *     0 "auto"               10 "0.01"                   1000 "1"
+ *     1 "auto max 2"         100 "0.1"                   2000 "2"
+ *     2 "auto max 4"         -1 "--"                     4000 "4"
+ *     else whole Gbit/s, rounded toward zero: 16000 "16", 110 "0"
  *
  * @param[in]  speed  The speed in Mbit/s.
  * @param[out] buf    Room for 80 bytes; not null.
@@ -243,7 +247,7 @@ PM_API char *port_speed_string_gbps(int32_t speed, char *buf);
  * @param[in]  credit  The credits.
  * @param[out] buf     Room for 80 bytes; not null.
  * @return `buf`, with 0 "default"; with bit 30 "N (mode E)", N without that bit; else with bit 31 "N (mode Fx)", N
- * without that bit; else the number.
+ *     without that bit; else the number.
  */
 PM_API char *port_bb_credit_string(int32_t credit, char *buf);
 

@@ -37,7 +37,7 @@ PM_API int32_t pm_is_ether_channel(if_index_t if_index);
  *
  * @param[in] if_index  The channel, or a sub-interface of one.
  * @return 2 for Ethernet (or a sub-interface of a port channel), 1 for Fibre Channel, for a channel without members,
- * and when the members cannot be learnt.
+ *     and when the members cannot be learnt.
  */
 PM_API uint32_t pm_port_channel_type(if_index_t if_index);
 

@@ -60,7 +60,7 @@ PM_STATIC_ASSERT(sizeof(pm_sfp_diag_extra_t) == 16, "pm_sfp_diag_extra_t is 16 b
  * @return 0; the `status` of `info`, the line card's, when it is not 0: PM_ERR_INVALID_RANGE when it has no such port,
  *     PM_ERR_REJECTED when the port has no transceiver or one without diagnostics; PM_ERR_INVALID_PARAM for a malformed
  *     answer; or the transport's error number, after a line on standard output. What pm_parse_get_sfp_info() has to
- * tell of the answer is told, too.
+ *     tell of the answer is told, too.
  */
 PM_API uint32_t pm_get_sfp_diag_info(mts_handle_t handle, if_index_t if_index, pm_sfp_diag_info_t *info,
                                      pm_sfp_diag_extra_t *extra);

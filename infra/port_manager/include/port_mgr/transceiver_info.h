@@ -62,8 +62,8 @@ PM_STATIC_ASSERT(sizeof(pm_fcot_info_t) == 267, "pm_fcot_info_t travels as 267 b
  * @param[out] records      The records, one block that the caller frees once.
  * @param[in]  last         The longest wait in seconds; 0 for the transport's own limit.
  * @return PM_ERR_FAILURE for a null output, null ranges or no range, with the outputs untouched. Otherwise the outputs
- * are null and 0 until there are records, and the result is 0; 1 when memory ran out, after lines on standard output,
- *     with the count set when it ran out for the records; the transport's status; the service's status; or
+ *     are null and 0 until there are records, and the result is 0; 1 when memory ran out, after lines on standard
+ *     output, with the count set when it ran out for the records; the transport's status; the service's status; or
  *     PM_ERR_INVALID_PARAM for an answer that is missing or malformed.
  */
 PM_API uint32_t pm_cmi_get_fcot_info(mts_handle_t handle, uint32_t kind, int32_t range_count,
@@ -82,8 +82,8 @@ PM_API uint32_t pm_cmi_get_fcot_info(mts_handle_t handle, uint32_t kind, int32_t
  * @param[out] records      The records, one block that the caller frees once.
  * @param[in]  last         The longest wait in seconds; 0 for the transport's own limit.
  * @return As pm_cmi_get_fcot_info(), but the status in the answer whenever there is one. So look at `records`, too: it
- * is null when 0 was returned and memory ran out for them, or the answer was malformed or came with a failure of the
- *     transport.
+ *     is null when 0 was returned and memory ran out for them, or the answer was malformed or came with a failure of
+ *     the transport.
  */
 PM_API uint32_t pm_get_next_port_fcot_info_with_ddm(mts_handle_t handle, uint32_t kind, int32_t range_count,
                                                     const pm_if_index_range_t *ranges, uint32_t *count,
@@ -95,7 +95,7 @@ PM_API uint32_t pm_get_next_port_fcot_info_with_ddm(mts_handle_t handle, uint32_
  * @param[in]  payload  The answer, which must hold as many records as it says.
  * @param[out] count    The number of records; also when memory ran out.
  * @param[out] records  The records, one block that the caller frees once, also when there are none; null when memory
- * ran out.
+ *                      ran out.
  * @return 0; the service's status, or PM_ERR_INVALID_PARAM for a null payload or output, with the outputs untouched; or
  *     1 when memory ran out, after a line on standard output.
  */

@@ -8,8 +8,9 @@
  *
  * Layout of an index, from the most significant bit: 8 bits type; then, by type,
  *
- *     slot/port kinds   5 bits slot, 7 bits port, 12 bits sub-interface (0: the main interface; always 0 in the
- *                       types 1, 11 and 13, which have no sub-interfaces)
+ *     slot/port kinds   5 bits slot, 7 bits port, 12 bits sub-interface
+ *                       (0: the main interface; always 0 in the types 1,
+ *                       11 and 13, which have no sub-interfaces)
  *     port channels     2 bits subtype, 10 bits channel, 12 bits sub-interface
  *     FCIP              8 bits 0, 16 bits tunnel
  *     others            24 bits number

@@ -78,7 +78,7 @@ int32_t mts_dev_runtime_dir(char *path, size_t size);
  *
  * @param[in,out] group  The group to share with; then the group that the directory is shared with.
  * @return 0, or -1 with errno: EPERM also when the directory is another user's, or when the caller is neither root nor
- * a member of the group.
+ *     a member of the group.
  */
 int32_t mts_dev_share_runtime_dir(uint32_t *group);
 

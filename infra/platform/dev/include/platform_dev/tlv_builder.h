@@ -50,7 +50,7 @@ tlv_builder_t *tlv_builder_create(int32_t aligned);
  * @param[in]     value    Its value, which is copied.
  * @param[in]     length   The bytes of the value.
  * @return 0, or -1 when memory ran out, the value is too long, type and length are both 0, or no message could carry
- * the array.
+ *     the array.
  */
 int32_t tlv_builder_add(tlv_builder_t *builder, uint16_t type, const void *value, uint16_t length);
 
