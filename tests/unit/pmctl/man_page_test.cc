@@ -2,15 +2,13 @@
 // The documents against the command table, so that they cannot fall behind.
 #include <gmock/gmock.h>
 
-#include <array>
-#include <cstdio>
-#include <fstream>
 #include <iterator>
 #include <map>
 #include <sstream>
 
 #include "command_line/help_text.h"
 #include "command_table.h"
+#include "support/manual_page.h"
 
 namespace {
 
@@ -18,44 +16,6 @@ using testing::Contains;
 using testing::HasSubstr;
 
 constexpr const char *man_page = DOCUMENTS "/man/pmctl.1";
-
-std::string text_of_file(const char *path) {
-    std::ifstream file(path);
-    return {std::istreambuf_iterator<char>(file), {}};
-}
-
-// With '-' for "\-", and without what only parts words.
-std::string without_escapes(std::string text) {
-    for (size_t at; (at = text.find("\\-")) != std::string::npos;) text.replace(at, 2, "-");
-    for (size_t at; (at = text.find("\\&")) != std::string::npos;) text.erase(at, 2);
-    return text;
-}
-
-// The text under each heading that begins so, up to the next one or to one that begins with `end`.
-std::map<std::string, std::string> parts_under(const std::string &begin, const std::string &end,
-                                               const std::string &text) {
-    std::map<std::string, std::string> parts;
-    std::string *part = nullptr;
-    std::istringstream lines(text);
-    for (std::string line; std::getline(lines, line);) {
-        if (line.starts_with(begin))
-            part = &parts[line.substr(begin.size())];
-        else if (line.starts_with(end))
-            part = nullptr;
-        else if (part != nullptr)
-            *part += line + "\n";
-    }
-    return parts;
-}
-
-// What stands before this mark.
-std::string up_to(const char *mark, const std::string &text) { return text.substr(0, text.find(mark)); }
-
-// What stands behind it.
-std::string after(const char *mark, const std::string &text) {
-    const size_t found = text.find(mark);
-    return found == std::string::npos ? "" : text.substr(found + std::string(mark).size());
-}
 
 // The tagged paragraph of a section whose tag names this option; or nothing.
 std::string entry(const std::string &section, const std::string &option) {
@@ -114,14 +74,7 @@ TEST_F(man_page_test, explains_every_option_with_its_values) {
             if (is_option(taken)) expect_explained(taken);
 }
 
-TEST_F(man_page_test, is_formatted_without_warnings) {
-    FILE *groff = popen("groff -man -ww -b -z -Tutf8 " DOCUMENTS "/man/pmctl.1 2>&1", "r");
-    ASSERT_NE(groff, nullptr);
-    std::array<char, 4096> warnings{};
-    const size_t length = fread(warnings.data(), 1, warnings.size() - 1, groff);
-    EXPECT_EQ(std::string(warnings.data(), length), "");
-    EXPECT_EQ(pclose(groff), 0);
-}
+TEST_F(man_page_test, is_formatted_without_warnings) { EXPECT_EQ(complaints_about(man_page), ""); }
 
 class guide : public testing::Test {
   protected:
@@ -143,7 +96,7 @@ TEST_F(guide, describes_every_command) {
 TEST_F(guide, explains_the_options_of_every_command) {
     const std::string section = sections_["Options of every command"];
     for (const auto &option : pmctl::global_options()) {
-        const std::string row = up_to("\n", after(("\n| `" + std::string(option.name)).c_str(), section));
+        const std::string row = up_to("\n", after("\n| `" + std::string(option.name), section));
         EXPECT_NE(row, "") << option.name;
         for (const char *choice : option.choices) EXPECT_THAT(words_of(row), Contains(choice)) << option.name;
     }
