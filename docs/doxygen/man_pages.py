@@ -7,6 +7,7 @@
 Doxygen's own pages have no #include, no declarations to copy and a page for every member of every record ("used",
 "word"). Here each function and each record is a link to the page of its family. The date is SOURCE_DATE_EPOCH, or today.
 """
+import itertools
 import os
 import re
 import sys
@@ -191,6 +192,8 @@ class family:
         self.enumerations = [each for each in members if each.get("kind") == "enum"]
         self.types = [each for each in members if each.get("kind") == "typedef"]
         self.members = [each.get("refid") for each in self.xml.findall("innergroup")]
+        self.headings = {member.get("id"): section.findtext("header") or "" for section in self.xml.findall("sectiondef")
+                         for member in section}
 
     def is_of_c(self):
         return all("::" not in each.findtext("compoundname") for each in self.records)
@@ -208,10 +211,18 @@ class family:
     def links(self):
         return [each.findtext("name") for each in self.functions] + [each.findtext("compoundname") for each in self.records]
 
+    def by_heading(self, members):
+        """Runs of members below the same heading of the header, if there is one."""
+        return itertools.groupby(members, key=lambda each: self.headings[each.get("id")])
+
     def contents(self):
         lines = [".SH DESCRIPTION"] + (description(self.xml) or [f"This header holds {self.about()}."])
         if self.macros or self.enumerations:
-            lines += [".SH CONSTANTS"] + [line for each in self.macros for line in macro(each)]
+            lines += [".SH CONSTANTS"]
+            for heading, macros in self.by_heading(self.macros):
+                if heading:
+                    lines += ([] if lines[-1] == ".SH CONSTANTS" else [".PP"]) + [f".I {escape(heading)}"]
+                lines += [line for each in macros for line in macro(each)]
             for i, each in enumerate(self.enumerations):
                 lines += ([".PP"] if i or self.macros else []) + enumeration(each)
         if self.records or self.types:
@@ -219,8 +230,9 @@ class family:
             for each in self.types:
                 lines += [".TP", f".B {escape(each.findtext('name'))}"] + summary(each)
             lines += [line for each in self.records for line in record(each)]
-        if self.functions:
-            lines += [".SH FUNCTIONS"] + [line for each in self.functions for line in function_section(each)]
+        for heading, functions in self.by_heading(self.functions):
+            lines += [f".SH {escape((heading or 'functions').upper())}"]
+            lines += [line for each in functions for line in function_section(each)]
         return lines
 
 
