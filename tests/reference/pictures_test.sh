@@ -9,7 +9,7 @@ trap 'rm -r "$work"' EXIT
 drawn=0
 for source in "$1"/*.py; do
     picture=${source%.py}.svg
-    python3 "$source" >"$work/picture"
+    /usr/bin/python3 -B "$source" >"$work/picture"
     cmp "$work/picture" "$picture" || { echo "draw it anew: $source >$picture" && exit 1; }
     drawn=$((drawn + 1))
 done

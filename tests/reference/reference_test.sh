@@ -12,7 +12,7 @@ work=$(mktemp -d)
 trap 'rm -r "$work"' EXIT
 
 "$build" "$doxyfile" "$work"
-python3 "$here/check_entries.py" "$work/xml" "$promised"
+/usr/bin/python3 -B "$here/check_entries.py" "$work/xml" "$promised"
 
 cd "$work/man/man3"
 while read -r name; do

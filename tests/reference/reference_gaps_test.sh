@@ -2,7 +2,7 @@
 # SPDX-License-Identifier: Apache-2.0
 # The build of the reference fails on a function, a parameter, a result, a member or a macro that nobody described, and
 # names each: in a copy of the headers that lacks one of each.
-#   undocumented_test.sh BUILD DOXYFILE HEADERS
+#   reference_gaps_test.sh BUILD DOXYFILE HEADERS
 set -eu
 build=$1
 doxyfile=$2
