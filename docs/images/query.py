@@ -101,7 +101,7 @@ def between():
             *arrow((890, 97), (916, 97), (916, 503), (630, 503), kind="aside"),
             text(773, 493, "publishes", "small"),
             *arrow((330, 503), (115, 503), (115, 410), kind="aside"),
-            text(222, 493, "mapped read-only, no lock", "small")]
+            text(222, 493, "mapped read-only", "small")]
 
 
 def main():
