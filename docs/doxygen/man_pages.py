@@ -215,16 +215,20 @@ class family:
         """Runs of members below the same heading of the header, if there is one."""
         return itertools.groupby(members, key=lambda each: self.headings[each.get("id")])
 
+    def constants(self):
+        lines = [".SH CONSTANTS"]
+        for heading, macros in self.by_heading(self.macros):
+            if heading:
+                lines += ([] if lines[-1] == ".SH CONSTANTS" else [".PP"]) + [f".I {escape(heading)}"]
+            lines += [line for each in macros for line in macro(each)]
+        for each in self.enumerations:
+            lines += ([] if lines[-1] == ".SH CONSTANTS" else [".PP"]) + enumeration(each)
+        return lines
+
     def contents(self):
         lines = [".SH DESCRIPTION"] + (description(self.xml) or [f"This header holds {self.about()}."])
         if self.macros or self.enumerations:
-            lines += [".SH CONSTANTS"]
-            for heading, macros in self.by_heading(self.macros):
-                if heading:
-                    lines += ([] if lines[-1] == ".SH CONSTANTS" else [".PP"]) + [f".I {escape(heading)}"]
-                lines += [line for each in macros for line in macro(each)]
-            for i, each in enumerate(self.enumerations):
-                lines += ([".PP"] if i or self.macros else []) + enumeration(each)
+            lines += self.constants()
         if self.records or self.types:
             lines += [".SH TYPES"]
             for each in self.types:
