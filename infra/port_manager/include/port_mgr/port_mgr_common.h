@@ -6,6 +6,8 @@
  * `port_mgr_common.h` is the whole interface of libport_mgr_common; each header that it includes is a family of
  * functions.
  *
+ * **Linking**: `pkg-config --cflags --libs port_mgr_common` tells what an installed library is built with.
+ *
  * **Results**: Functions return a 32-bit status: 0 for success, one of the `PM_ERR_...` codes of `status.h`, 1 when
  * memory ran out, a system error number of the message transport, what CMI tells of a request that had no answer, or a
  * nonzero status that a service answered with, passed on as it stands. Exceptions say so where they are declared.
