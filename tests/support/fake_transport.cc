@@ -61,6 +61,10 @@ void fake_transport::will_receive_answer(std::optional<bytes> answer) {
     script_.push_back({transport_step::call::receive, 0, 0, std::move(answer)});
 }
 
+void fake_transport::will_receive_answer_to(uint32_t token, std::optional<bytes> answer) {
+    script_.push_back({transport_step::call::receive, 0, 0, std::move(answer), {}, token});
+}
+
 void fake_transport::will_drop(int32_t result, uint32_t error) {
     script_.push_back({transport_step::call::drop, result, error});
 }
@@ -74,7 +78,7 @@ void fake_transport::free_answer() { std::free(std::exchange(answer_, nullptr));
 
 mts_msg_t fake_transport::message(uint32_t opcode, const std::optional<bytes> &content, bool is_response) {
     const uint32_t id = next_id_++;
-    messages_[id] = {opcode, is_response, content ? std::make_unique<guarded_bytes>(*content) : nullptr};
+    messages_[id] = {opcode, is_response, content ? std::make_unique<guarded_bytes>(*content) : nullptr, id};
     return named(id);
 }
 
@@ -102,18 +106,26 @@ transport_step fake_transport::take(transport_step::call call, const char *name)
     return step;
 }
 
-int32_t fake_transport::send(mts_msg_t *request) {
+int32_t fake_transport::send(uint32_t opcode, mts_msg_t *request) {
     const int32_t result = take(transport_step::call::send, "mts_send").result;
     if (result == failure) return result;
     const uint32_t token = next_id_++;
-    messages_[token] = {0, false, nullptr};
+    messages_[token] = {opcode, false, nullptr, token};
     *request = named(token);
     return result;
 }
 
-int32_t fake_transport::receive(mts_msg_t *response) {
+// An answer carries the token and the opcode of its request.
+mts_msg_t fake_transport::answer_to(uint32_t token, const std::optional<bytes> &content) {
+    const auto request = messages_.find(token);
+    const mts_msg_t answer = message(request != messages_.end() ? request->second.opcode : 0, content);
+    messages_[answer.word[1]].token = token;
+    return answer;
+}
+
+int32_t fake_transport::receive(const mts_recv_options_t &options, mts_msg_t *response) {
     const transport_step step = take(transport_step::call::receive, "mts_recv");
-    if (step.result != failure) *response = message(0, step.answer);
+    if (step.result != failure) *response = answer_to(step.token.value_or(options.word[3]), step.answer);
     return step.result;
 }
 
@@ -153,12 +165,12 @@ int32_t mts_send(mts_handle_t handle, uint32_t node, uint32_t sap, uint32_t opco
                  uint32_t payload_size, mts_msg_t *request, uint32_t eighth, uint32_t ninth) {
     add(fmt::format("mts_send({:#x}, {:#x}, {}, {}, {}, {}, {}, {})", handle, node, sap, opcode,
                     support::shown(payload, payload_size), payload_size, eighth, ninth));
-    return active->send(request);
+    return active->send(opcode, request);
 }
 
 int32_t mts_recv(mts_handle_t handle, mts_msg_t *response, const mts_recv_options_t *options) {
     add(fmt::format("mts_recv({:#x}, {:#x})", handle, fmt::join(options->word, " ")));
-    return active->receive(response);
+    return active->receive(*options, response);
 }
 
 int32_t mts_drop(mts_handle_t handle, mts_msg_t *message) {
@@ -168,7 +180,8 @@ int32_t mts_drop(mts_handle_t handle, mts_msg_t *message) {
 
 uint32_t mts_rr_token_get(const mts_msg_t *request) {
     add(fmt::format("mts_rr_token_get({})", support::name_of(request)));
-    return active->find(request) != nullptr ? request->word[1] : 0;
+    const auto *const found = active->find(request);
+    return found != nullptr ? found->token : 0;
 }
 
 uint32_t mts_errno_get(mts_handle_t handle) {

@@ -24,6 +24,7 @@ struct transport_step {
     uint32_t error = 0;                   // what mts_errno_get tells when the call failed
     std::optional<bytes> answer = {};     // of a query or a receive
     std::optional<uint32_t> length = {};  // of the answer, when it is not the answer's size
+    std::optional<uint32_t> token = {};   // of the request that a received message answers
 };
 
 class fake_transport {
@@ -40,6 +41,8 @@ class fake_transport {
     void will_send(int32_t result = 0, uint32_t error = 0);
     void will_receive(int32_t result = 0, uint32_t error = 0);
     void will_receive_answer(std::optional<bytes> answer);
+    // To another request than the call asks for.
+    void will_receive_answer_to(uint32_t token, std::optional<bytes> answer);
     void will_drop(int32_t result = 0, uint32_t error = 0);
     void will_answer_query(uint32_t result, std::optional<bytes> answer, std::optional<uint32_t> length = {});
 
@@ -65,8 +68,8 @@ class fake_transport {
     void verify() const;
 
     // What the platform's functions do.
-    int32_t send(mts_msg_t *request);
-    int32_t receive(mts_msg_t *response);
+    int32_t send(uint32_t opcode, mts_msg_t *request);
+    int32_t receive(const mts_recv_options_t &options, mts_msg_t *response);
     int32_t release(mts_msg_t *message);
     uint32_t query(const void *request, void **response, uint32_t *length);
     [[nodiscard]] uint32_t error() const { return error_; }
@@ -75,12 +78,14 @@ class fake_transport {
         uint32_t opcode;
         bool is_response;
         std::unique_ptr<guarded_bytes> content;
+        uint32_t token;
     };
     // The message, or null with a failure of the test.
     const live_message *find(const mts_msg_t *message) const;
 
   private:
     transport_step take(transport_step::call call, const char *name);
+    mts_msg_t answer_to(uint32_t token, const std::optional<bytes> &content);
 
     fake_heap &heap_;
     std::deque<transport_step> script_;
