@@ -9,7 +9,10 @@
 
 #include <arpa/inet.h>
 
+#include <algorithm>
+#include <array>
 #include <cstddef>
+#include <cstdint>
 #include <span>
 #include <type_traits>
 
@@ -65,8 +68,12 @@ result<records<Record>> parse_answer(const message &answer, parser<Record> parse
 template <typename Record, typename Ask>
 result<records<Record>> query(mts_handle_t handle, parser<Record> parse, Ask ask) {
     mts_msg_t response{};
-    if (const uint32_t value = ask(&response)) return status(value, origin::exchange);
-    return parse_answer(message(handle, response), parse);
+    const uint32_t value = ask(&response);
+    // There is an answer beside a failure, too, when the request could not be released.
+    const bool is_there = std::ranges::any_of(response.word, [](uint32_t word) { return word != 0; });
+    const message answer(is_there ? handle : 0, response);
+    if (value != 0) return status(value, origin::exchange);
+    return parse_answer(answer, parse);
 }
 
 /** The full records of ranges of ports.
@@ -199,17 +206,19 @@ struct change_outcome {
  *  @param handle     the caller's queue
  *  @param asked      at least one range
  *  @param attribute  one of PM_ATTR_...
- *  @param value      its value in host memory, as wide as the attribute's kind: bytes_of() a number; at most 255 bytes
+ *  @param value      its value in host memory, as wide as the attribute's kind: bytes_of() a number; 1 to 255 bytes
  *  @param options    what else the switch is told
  *  @return what became of it; PM_ERR_FAILURE without entries for arguments that nothing was sent of */
 inline change_outcome set_port_config(mts_handle_t handle, ranges asked, uint8_t attribute,
                                       std::span<const std::byte> value, const change_options &options = {}) {
-    if (value.size() > UINT8_MAX) return {status(PM_ERR_FAILURE, origin::exchange), {}};
+    std::array<std::byte, UINT8_MAX> room{};  // the C function reads as far as the attribute's kind is wide
+    if (value.empty() || value.size() > room.size()) return {status(PM_ERR_FAILURE, origin::exchange), {}};
+    std::copy(value.begin(), value.end(), room.begin());
     uint32_t count = 0;
     pm_set_port_result_t *block = nullptr;
     const status request(pm_cmi_set_port_config(handle, options.user, options.from, static_cast<uint32_t>(asked.size()),
                                                 asked.data(), attribute, static_cast<uint8_t>(value.size()),
-                                                value.data(), &count, &block, options.wait),
+                                                room.data(), &count, &block, options.wait),
                          origin::exchange);
     if (request.is_transport_failure()) block = nullptr;  // nobody's to read or free, then
     return {request, records<pm_set_port_result_t>(block, count)};
