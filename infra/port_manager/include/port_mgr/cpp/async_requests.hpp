@@ -61,9 +61,7 @@ class async_requests {
      *  @return a ticket, or why nothing was sent; then nothing is called */
     result<ticket> get_port_info_range(const pm_if_index_range_t &asked, clock::duration limit,
                                        done<pm_port_info_t> then) {
-        return send(pm_parse_get_port_info, limit, std::move(then), [&](mts_msg_t *request) {
-            return pm_send_get_port_info_range(handle_, asked.first, asked.last, request);
-        });
+        return get_port_info(ranges(&asked, 1), limit, std::move(then));
     }
 
     /** Asks for the brief records of ranges of ports.

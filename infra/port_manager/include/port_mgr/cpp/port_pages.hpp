@@ -147,9 +147,9 @@ class port_pages {
     // went wrong with an earlier one.
     void send_ahead() {
         while (next_page_ < pages_.size() && under_way_.size() < by_.pages_under_way) {
-            const pm_if_index_range_t &page = pages_[next_page_];
             mts_msg_t request{};
-            const uint32_t value = pm_send_get_port_info_range(handle_, page.first, page.last, &request);
+            const uint32_t value =
+                pm_send_get_port_info(handle_, PM_PORT_INFO_MODE_RANGES, 0, 0, 0, 0, 1, &pages_[next_page_], &request);
             if (value != 0 && under_way_.empty()) fail(status(value, origin::exchange));
             if (value != 0) return;
             under_way_.emplace_back(handle_, request);
