@@ -26,7 +26,7 @@ namespace port_mgr {
  *
  *  The handle's answers are this object's to receive: those to other requests that were sent on it without waiting are
  *  dropped. It belongs to the thread of its handle. What is called may send and cancel requests, and ask how many are
- *  under way, but not end this object. */
+ *  under way, but not end this object. A limit of clock::duration::max() is none. */
 class async_requests {
   public:
     using clock = std::chrono::steady_clock; /**< of the deadlines */
@@ -86,7 +86,8 @@ class async_requests {
         });
     }
 
-    /** Asks for the port that follows in the order of interface indexes.
+    /** Asks for the port that follows in the order of interface indexes. After a port channel it waits first: for a
+     *  service that names a member, whose owner is asked.
      *  @param if_index  the port before it; 0 asks for the first
      *  @param limit     how long the answer may take
      *  @param then      what is called at the end, with one record
@@ -114,15 +115,16 @@ class async_requests {
         return static_cast<int>(std::clamp<int64_t>(left.count(), 0, INT_MAX));
     }
 
-    /** Ends requests that can be ended now, and calls what was given with them. Waits for nothing, and leaves requests
-     *  that are sent meanwhile to the next call.
+    /** Ends requests that can be ended now, and calls what was given with them. Waits for nothing, and comes to its end
+     *  although what it calls sends more.
      *  @return how many were ended */
     size_t process() {
         size_t ended = 0;
         uint32_t error = 0;
         for (size_t most = std::max<size_t>(under_way(), 1); most > 0 && error == 0; --most) error = receive(0, ended);
-        if (error != 0 && error != ETIMEDOUT && error != EINTR) ended += end_lost();
-        return ended + end_overdue();
+        if (error != 0 && error != ETIMEDOUT && error != EINTR) settle_all(ended);
+        end_overdue(ended);
+        return ended;
     }
 
   private:
@@ -143,7 +145,9 @@ class async_requests {
             else
                 then(answer.why());
         };
-        under_way_.push_back({++last_ticket_, message(handle_, request), clock::now() + limit, std::move(parsed)});
+        const auto now = clock::now();
+        const auto deadline = now + std::min(limit, clock::time_point::max() - now);
+        under_way_.push_back({++last_ticket_, message(handle_, request), deadline, std::move(parsed)});
         return last_ticket_;
     }
 
@@ -181,27 +185,27 @@ class async_requests {
                             [token](const request_under_way &each) { return each.request.token() == token; });
     }
 
-    // After a failure that names no request each is looked at: some of them will never be answered.
-    size_t end_lost() {
-        size_t ended = 0;
-        std::vector<uint32_t> tokens;
-        for (const request_under_way &each : under_way_) tokens.push_back(each.request.token());
-        for (const uint32_t token : tokens) {
-            const auto at = with_token(token);
-            if (at == under_way_.end()) continue;
-            const uint32_t error = receive(token, ended);
-            if (error == 0 || error == ETIMEDOUT || error == EINTR) continue;
-            end(at, status(error, origin::exchange));
-            ++ended;
-        }
-        return ended;
+    // Ends a request with its answer or a failure of its own, and with `silence` when neither is there, unless it is 0.
+    void settle(uint32_t token, uint32_t silence, size_t &ended) {
+        uint32_t error = receive(token, ended);
+        if (error == ETIMEDOUT || error == EINTR) error = silence;
+        if (error == 0) return;
+        end(with_token(token), status(error, origin::exchange));
+        ++ended;
     }
 
-    size_t end_overdue() {
-        size_t ended = 0;
-        for (const size_t most = under_way(); ended < most && poll_timeout() == 0; ++ended)
-            end(under_way_.begin() + (first_deadline() - under_way_.begin()), status(ETIMEDOUT, origin::exchange));
-        return ended;
+    // After a failure that names no request each is looked at: some of them will never be answered.
+    void settle_all(size_t &ended) {
+        std::vector<uint32_t> tokens;
+        for (const request_under_way &each : under_way_) tokens.push_back(each.request.token());
+        for (const uint32_t token : tokens)
+            if (with_token(token) != under_way_.end()) settle(token, 0, ended);
+    }
+
+    // An answer that is there was in time, and a service that ended was not slow.
+    void end_overdue(size_t &ended) {
+        for (size_t most = under_way(); most > 0 && poll_timeout() == 0; --most)
+            settle(first_deadline()->request.token(), ETIMEDOUT, ended);
     }
 
     mts_handle_t handle_;
