@@ -83,6 +83,11 @@ std::string child_process::read_rest(output from) {
 
 void child_process::send(int signal) const { kill(pid_, signal); }
 
+void child_process::stop() const {
+    send(SIGSTOP);
+    waitpid(pid_, nullptr, WUNTRACED);
+}
+
 size_t child_process::descriptors() const {
     const std::filesystem::directory_iterator all("/proc/" + std::to_string(pid_) + "/fd");
     return static_cast<size_t>(std::distance(begin(all), end(all)));

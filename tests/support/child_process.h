@@ -28,6 +28,9 @@ class child_process {
 
     void send(int signal) const;
 
+    // Stops it until SIGCONT; it has stopped when this returns.
+    void stop() const;
+
     // How many descriptors it has open.
     [[nodiscard]] size_t descriptors() const;
 

@@ -75,8 +75,9 @@ inline std::vector<pm_if_index_range_t> module_pages(std::vector<if_index_t> por
  *      for (const pm_port_info_t &port : ports) ...
  *      if (!ports.why().ok()) ...
  *
- *  Pages of which nothing exists any more add nothing. At the first failure it ends. Belongs to the thread of its
- *  handle, and other answers may be awaited on that meanwhile. */
+ *  Pages of which nothing exists any more add nothing. At the first failure it ends. As in every answer about several
+ *  ports, those of a page have the same text for their owner. Belongs to the thread of its handle, and other answers
+ *  may be awaited on that meanwhile. */
 class port_pages {
   public:
     /** Sends nothing yet.
