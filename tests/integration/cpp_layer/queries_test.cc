@@ -40,4 +40,23 @@ TEST_F(cpp_queries_of_switch, see_what_a_change_made) {
     for (const auto &port : *ports) EXPECT_EQ(port.port_vsan, 77);
 }
 
+TEST_F(cpp_queries_of_switch, need_neither_exceptions_nor_type_information) {
+    child_process program({BARE_PROGRAM});
+    EXPECT_EQ(program.read_rest(child_process::standard_output),
+              "get_port_info: 2\n"
+              "get_port_info_range: 1\n"
+              "get_port_info_brief: 2\n"
+              "get_all_port_info_brief: 215\n"
+              "get_next_port_info: 1\n"
+              "get_port_config: 2\n"
+              "get_module_interface_listing: 48\n"
+              "get_fcot_info: 2\n"
+              "get_fcot_info_with_ddm: 2\n"
+              "nothing: no such interface or range (PM_ERR_INVALID_RANGE, 0x4029000a)\n"
+              "set_port_config: success, success, success\n"
+              "all_ports: 215, 2 changed: success\n"
+              "async_requests: sent, one cancelled, 5 under way, 221 ports\n");
+    EXPECT_EQ(program.wait(), 0);
+}
+
 }  // namespace

@@ -66,6 +66,8 @@ TEST_F(cpp_async, waits_as_long_as_poll_can_and_without_limit) {
     requests.emplace(handle);
     send("b", clock_type::duration::max());
     EXPECT_EQ(requests->poll_timeout(), INT_MAX);
+    send("c", 50s);
+    EXPECT_LE(requests->poll_timeout(), 50'000);
     will_fail(ETIMEDOUT);
     EXPECT_EQ(requests->process(), 0U);
     give_up();

@@ -63,7 +63,7 @@ class records {
     /** Takes over an array.
      *  @param block  what the C interface allocated, or null
      *  @param count  how many records it holds; of no meaning when `block` is null */
-    records(Record *block, uint32_t count) : block_(block), count_(block ? count : 0) {}
+    records(Record *block, uint32_t count) : block_(block), count_(count) {}
 
     /** @return all records; they live as long as this. */
     [[nodiscard]] std::span<const Record> all() const & { return {block_.get(), size()}; }
