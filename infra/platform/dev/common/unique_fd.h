@@ -25,6 +25,9 @@ class unique_fd {
     [[nodiscard]] int get() const { return fd_; }
     explicit operator bool() const { return fd_ >= 0; }
 
+    // The descriptor, which is the caller's to close from now on.
+    [[nodiscard]] int release() { return std::exchange(fd_, -1); }
+
     void reset() {
         if (fd_ >= 0) close(std::exchange(fd_, -1));
     }

@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <cerrno>
 
+#include "mts/capture.h"
 #include "mts/peer.h"
 #include "mts/service_address.h"
 
@@ -47,7 +48,7 @@ int client_connection::open(const runtime_directory &directory, uint64_t next_se
 }
 
 int client_connection::send(const frame_header &header, const void *payload) {
-    const int error = send_frame(socket_.get(), header, payload);
+    const int error = send_captured({node_, sap_}, socket_.get(), header, payload);
     if (error == 0) ++unanswered_;
     return error;
 }
@@ -58,6 +59,7 @@ int client_connection::receive(uint32_t seconds, packet_buffers &buffers, receiv
     if (const int error =
             platform_dev::receive(receiver_, socket_.get(), flags, stays_in_buffer::large, buffers, frame))
         return error;
+    capture_received({node_, sap_}, socket_.get(), frame);
     return is_answer(frame.header) ? 0 : EPROTO;
 }
 

@@ -7,6 +7,7 @@
 #include <cstring>
 #include <new>
 
+#include "mts/capture.h"
 #include "mts/server.h"
 
 namespace platform_dev {
@@ -55,7 +56,9 @@ bool server_connection::serve_request() {
     received_frame frame;
     const int error = receive(receiver_, socket_.get(), MSG_DONTWAIT, stays_in_buffer::all, server_.buffers(), frame);
     if (error == EAGAIN) return true;
-    if (error != 0 || !is_request(frame.header)) return false;
+    if (error != 0) return false;
+    capture_received({service_.node, service_.sap}, socket_.get(), frame);
+    if (!is_request(frame.header)) return false;
     mts_reply &reply = server_.reply();
     call_service(frame, reply);
     if (frame.is_packet_buffer) server_.buffers().give_back(std::move(frame.payload));
@@ -96,7 +99,7 @@ bool server_connection::send_again(const held_answer &answer) {
 
 int server_connection::send(const frame_header &header, const void *payload) {
     if (const int error = limit_unread(header.payload_size > max_packet_payload)) return error;
-    return send_frame(socket_.get(), header, payload);
+    return send_captured({service_.node, service_.sap}, socket_.get(), header, payload);
 }
 
 // In the send buffer a memory file counts for no more than its header. In one of the least size that there is, a client
