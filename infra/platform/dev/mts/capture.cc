@@ -23,7 +23,7 @@ namespace {
 using detail::capture_state;
 using detail::current_capture_state;
 
-constexpr size_t process_name_size = 16;
+constexpr size_t process_name_size = 20;
 constexpr size_t record_size = 44 + process_name_size;
 constexpr uint8_t record_version = 1;
 constexpr uint8_t little_endian_host = 1;
