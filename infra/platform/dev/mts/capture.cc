@@ -135,10 +135,14 @@ int append(const passing_message &message) {
     return 0;
 }
 
+// The mutex is not touched before forks take it, too: a child would inherit it locked. A fork during the first call has
+// it made again in the child.
 void record(const passing_message &message) {
+    static pthread_once_t once = PTHREAD_ONCE_INIT;
+    pthread_once(&once, begin_capture);
+    if (!may_capture()) return;
     const std::lock_guard lock(current.mutex);
-    if (current_capture_state == capture_state::unknown) begin_capture();
-    if (current_capture_state == capture_state::off) return;
+    if (!may_capture()) return;
     if (const int error = append(message)) give_up(error);
 }
 
