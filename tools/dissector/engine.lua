@@ -56,6 +56,7 @@ end
 local makers = {
   number = number_field,
   host_number = number_field,
+  signed_number = function(abbreviation, title) return ProtoField.int32(abbreviation, title) end,
   if_index = function(abbreviation, title) return ProtoField.uint32(abbreviation, title, base.HEX) end,
   fc_address = function(abbreviation, title) return ProtoField.uint32(abbreviation, title, base.HEX) end,
   ipv4 = function(abbreviation, title) return ProtoField.ipv4(abbreviation, title) end,
@@ -87,7 +88,17 @@ for _, vocabulary in pairs(protocol.elements) do
 end
 for _, attribute in pairs(protocol.attributes) do declare("config", {attribute.value}) end
 
+for name in pairs(protocol.records) do
+  local abbreviation = "port_mgr." .. name
+  shown_fields[abbreviation] = ProtoField.none(abbreviation, name)
+end
+
 local own_fields = {
+  record = ProtoField.none("port_mgr.record", "record"),
+  message = ProtoField.none("port_mgr.message", "message"),
+  elements = ProtoField.none("port_mgr.elements", "elements"),
+  element = ProtoField.none("port_mgr.element", "element"),
+  config = ProtoField.none("port_mgr.config", "attribute"),
   interface = ProtoField.string("port_mgr.interface", "interface"),
   payload = ProtoField.bytes("port_mgr.payload", "payload"),
   rest = ProtoField.bytes("port_mgr.rest", "not understood"),
@@ -121,8 +132,6 @@ local experts = {
                          expert.group.UNDECODED, expert.severity.NOTE),
 }
 port_mgr.experts = experts
-
-local frame_time = Field.new("frame.time_epoch")
 
 -- ----------------------------------------------------------------------------------------------------------- values
 
@@ -194,6 +203,7 @@ local add_by_kind = {
     end
     return value
   end,
+  signed_number = function(tree, field, range) tree:add(field.shown, range) end,
   fc_address = function(tree, field, range) tree:add(field.shown, range) end,
   ipv4 = function(tree, field, range) tree:add(field.shown, range) end,
   bytes = function(tree, field, range) tree:add(field.shown, range) end,
@@ -277,7 +287,7 @@ local function add_records(context, tree, name, count)
       return
     end
     local start = context.at
-    local branch = tree:add(port_mgr, context.tvb(start), name)
+    local branch = tree:add(shown_fields["port_mgr." .. name], context.tvb(start))
     local values = add_record(context, branch, name)
     branch:set_len(context.at - start)
     local subject = subject_of(values)
@@ -293,7 +303,7 @@ local function add_element(context, tree, vocabulary, is_aligned)
   if left(context) < form.element_header_size then return false end
   local type, length = context.tvb(start, 2):uint(), context.tvb(start + 2, 2):uint()
   local padded = is_aligned and math.ceil(length / form.alignment) * form.alignment or length
-  local branch = tree:add(port_mgr, context.tvb(start), "element")
+  local branch = tree:add(own_fields.element, context.tvb(start))
   branch:add(own_fields.element_type, take(context, 2))
   branch:add(own_fields.element_length, take(context, 2))
   local value = take(context, padded)
@@ -315,7 +325,7 @@ local function add_elements(context, tree, name, is_aligned)
   if left(context) == 0 or not context.is_whole then return end
   local form = protocol.element_array
   local start = context.at
-  local branch = tree:add(port_mgr, context.tvb(start), "elements")
+  local branch = tree:add(own_fields.elements, context.tvb(start))
   local header = take(context, form.header_size)
   if header:len() < form.header_size or header(0, 4):uint() ~= form.mark then
     return complain(context, branch, "This is no array of elements")
@@ -338,7 +348,7 @@ local function add_attribute(context, tree)
   if not context.is_whole then return end
   if left(context) < 2 then return complain(context, tree, "No attribute where one has to be") end
   local start = context.at
-  local branch = tree:add(port_mgr, context.tvb(start), "attribute")
+  local branch = tree:add(own_fields.config, context.tvb(start))
   local number, length = context.tvb(start, 1):uint(), context.tvb(start + 1, 1):uint()
   local known = protocol.attributes[number]
   local title = known and known.title or "unknown"
@@ -403,20 +413,24 @@ local function exchange_of(header)
   return ("%d %d %d %s"):format(header.process, header.connection, header.token, tostring(is_cmi))
 end
 
+local function time_of(seconds)
+  local whole = math.floor(seconds)
+  return NSTime.new(whole, math.floor((seconds - whole) * 1e9 + 0.5))
+end
+
 -- Requests meet their answers the first time that the capture is read.
 local function link(header, pinfo)
   if pinfo.visited then return end
   local key = exchange_of(header)
-  local now = frame_time() and frame_time().value
   if is_request(header.kind) then
-    open_requests[key] = {frame = pinfo.number, time = now}
+    open_requests[key] = {frame = pinfo.number, time = pinfo.rel_ts}
     return
   end
   local request = open_requests[key]
   if not request then return end
   open_requests[key] = nil
   exchanges[request.frame] = {response_in = pinfo.number}
-  exchanges[pinfo.number] = {response_to = request.frame, time = now and request.time and now - request.time}
+  exchanges[pinfo.number] = {response_to = request.frame, time = time_of(pinfo.rel_ts - request.time)}
 end
 
 local function add_links(tree, pinfo)
@@ -490,7 +504,7 @@ local function summary_of(header, context)
 end
 
 local function add_header(tree, tvb)
-  local branch = tree:add(port_mgr, tvb(0, record_size), "record")
+  local branch = tree:add(own_fields.record, tvb(0, record_size))
   local kind = tvb(1, 1):uint()
   local values = {}
   for _, field in ipairs(header_fields) do
@@ -517,7 +531,9 @@ local function add_message(header, payload, tree)
     if #pieces > 0 then tree:add_proto_expert_info(experts.malformed, "The message has no payload") end
     return nil
   end
-  add_payload(context, tree:add(port_mgr, payload:range(), message.name), pieces)
+  local branch = tree:add(own_fields.message, payload:range())
+  branch:set_text(message.name)
+  add_payload(context, branch, pieces)
   return context
 end
 

@@ -57,6 +57,11 @@ inline constexpr auto presentations = std::to_array<presentation>({
     {"main", "if_index", ""},
     {"first", "if_index", ""},
     {"last", "if_index", ""},
+    {"temperature.value", "signed_number", ""},
+    {"temperature.high_alarm", "signed_number", ""},
+    {"temperature.high_warning", "signed_number", ""},
+    {"temperature.low_warning", "signed_number", ""},
+    {"temperature.low_alarm", "signed_number", ""},
     {"sub_interfaces.size", "host_number", ""},
     {"sub_interfaces.bits", "bits", ""},
 });

@@ -11,8 +11,8 @@
 
 namespace dissector {
 
-// The kinds are those that the engine knows: number (network order), host_number, if_index, text, ipv4, fc_address,
-// bytes, and bits, which is a set of numbers.
+// The kinds are those that the engine knows: number (network order), signed_number, host_number, if_index, text, ipv4,
+// fc_address, bytes, and bits, which is a set of numbers.
 struct wire_field {
     std::string name;
     size_t at;         // offset in the record

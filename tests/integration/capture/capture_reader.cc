@@ -103,7 +103,8 @@ packet read_packet(byte_taker body) {
     read.nanoseconds = high << 32 | body.word();
     const uint32_t length = body.word();
     expect(body.word() == length && length <= 262144, "packets are whole, and no larger than readers take");
-    byte_taker data(body.take(length));
+    read.bytes = body.take(length);
+    byte_taker data(read.bytes);
     const std::string_view padding = body.take((4 - length % 4) % 4);
     expect(padding.find_first_not_of('\0') == std::string_view::npos, "zeros pad a packet");
     read_record(data, read);

@@ -31,6 +31,7 @@ struct packet {
     uint32_t process;
     std::string process_name;
     std::string piece;
+    std::string bytes;  // the record and the piece
 };
 
 struct capture {
