@@ -175,7 +175,7 @@ std::vector<wire_record> small_records() {
     return {
         {"answer", pm::answer_status_size, {{"status", 0, 4, 1, "number", "status"}}},
         {"record_count", pm::answer_header_size - pm::answer_status_size, {{"count", 0, 4}}},
-        {"interface", sizeof(if_index_t), {{"if_index", 0, 4, 1, "if_index"}}},
+        {"interface_index", sizeof(if_index_t), {{"if_index", 0, 4, 1, "if_index"}}},
         {"port_info_request",
          pm::port_info_request_header_size,
          {{"mode", 0, 1, 1, "number", "selection_mode"},

@@ -236,6 +236,15 @@ TEST_F(dissector, tells_a_refusal) {
     EXPECT_THAT(summaries, HasSubstr("MTS_OPC_PM_GET_PORT_INFO answer, PM_ERR_INVALID_RANGE\n"));
 }
 
+// By the kind of a record, the name of an interface and a value.
+TEST_F(dissector, finds_messages) {
+    const std::string found = tshark(
+        recorded().path, {"-Y", "port_mgr.port_info && port_mgr.interface == \"fcip1\" && port_mgr.port_info.mtu > 100",
+                          "-T", "fields", "-e", "port_mgr.opcode", "-e", "port_mgr.kind"});
+    EXPECT_THAT(lines_of(found), Contains("324\t2"));
+    EXPECT_THAT(lines_of(found), Each(testing::AnyOf("324\t2", "2827\t4")));
+}
+
 TEST_F(dissector, names_values_in_words) {
     const std::string text = tshark(recorded().path, {"-V"});
     for (const char *const line :
