@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // Exchanges of the client with the running switch, recorded at both ends and shown by tshark.
+#include <arpa/inet.h>
+
 #include <fstream>
 #include <map>
 #include <memory>
@@ -10,6 +12,7 @@
 #include "integration/capture/capture_reader.h"
 #include "integration/pmctl/pmctl_runs.h"
 #include "integration/virtual_switch/configuration_client.h"
+#include "made_capture.h"
 #include "platform/if_index.h"
 #include "port_mgr/if_index_listing.h"
 #include "port_mgr/opcodes.h"
@@ -303,36 +306,6 @@ TEST_F(dissector, joins_the_pieces_of_a_large_message) {
     EXPECT_EQ(std::ranges::count(lines[2], ' '), 767);
 }
 
-// A capture of these packets.
-class mangled_capture {
-  public:
-    mangled_capture(const std::string &path, const std::string &original) : file_(path, std::ios::binary) {
-        const std::string bytes = capture_test::bytes_of(original);
-        size_t size = 0;
-        for (int block = 0; block < 2; ++block) size += word_at(bytes, size + 4);
-        file_ << bytes.substr(0, size);
-    }
-
-    void add(std::string packet) {
-        const auto size = static_cast<uint32_t>(packet.size());
-        packet.resize((packet.size() + 3) / 4 * 4);
-        const auto length = static_cast<uint32_t>(packet.size() + 32);
-        for (const uint32_t word : {6u, length, 0u, 0u, 0u, size, size}) put(word);
-        file_ << packet;
-        put(length);
-    }
-
-  private:
-    static uint32_t word_at(const std::string &bytes, size_t at) {
-        uint32_t word = 0;
-        std::memcpy(&word, &bytes.at(at), sizeof word);
-        return word;
-    }
-    void put(uint32_t word) { file_.write(reinterpret_cast<const char *>(&word), sizeof word); }
-
-    std::ofstream file_;
-};
-
 std::string spoil(std::string packet, std::mt19937 &random) {
     constexpr size_t record_size = 64;
     const auto below = [&random](size_t end) { return std::uniform_int_distribution<size_t>(0, end - 1)(random); };
@@ -352,7 +325,7 @@ TEST_F(dissector, survives_spoilt_messages) {
     std::mt19937 random(seed);
     const std::string path = recorded().directory.file("spoilt.pcapng");
     {
-        mangled_capture spoilt(path, recorded().path);
+        made_capture spoilt(path, recorded().path);
         for (const capture_test::packet &packet : capture_test::read_capture(recorded().path).packets) {
             if (packet.bytes.size() > 8000) continue;
             for (int times = 0; times < 8; ++times) spoilt.add(spoil(packet.bytes, random));
@@ -363,10 +336,41 @@ TEST_F(dissector, survives_spoilt_messages) {
         EXPECT_NE(text.find(told), std::string::npos) << told;
 }
 
+std::string network_word(uint32_t number) {
+    const uint32_t wire = htonl(number);
+    return {reinterpret_cast<const char *>(&wire), sizeof wire};
+}
+
+// Every type, known or not, with numbers that its layout explains and others.
+TEST_F(dissector, names_interfaces_as_the_platform_does) {
+    std::vector<if_index_t> indexes;
+    for (uint32_t type = 0; type < 256; ++type) {
+        for (const uint32_t number : {0x000001u, 0x083000u, 0x001007u, 0x0c7fffu, 0x400abcu, 0xffffffu, 0x00ffffu})
+            indexes.push_back(type << 24 | number);
+    }
+    const std::string path = recorded().directory.file("interfaces.pcapng");
+    {
+        std::string payload = network_word(0) + network_word(static_cast<uint32_t>(indexes.size()));
+        for (const if_index_t index : indexes) payload += network_word(index);
+        made_capture made(path, recorded().path);
+        for (const capture_test::packet &packet : capture_test::read_capture(recorded().path).packets) {
+            if (packet.opcode != MTS_OPC_PM_GET_IF_INDEX_LISTING || packet.kind != 2) continue;
+            std::string record = packet.bytes.substr(0, 64);
+            made.add(record.replace(28, 4, network_word(static_cast<uint32_t>(payload.size()))) + payload);
+            break;
+        }
+    }
+    const auto decoded = decode(path);
+    ASSERT_EQ(decoded.size(), 1u);
+    std::vector<std::string> names;
+    for (const if_index_t index : indexes) names.push_back(name_of(index));
+    EXPECT_EQ(values_of(decoded[0], "port_mgr.interface"), names);
+}
+
 TEST_F(dissector, shows_short_messages_as_far_as_they_go) {
     const std::string path = recorded().directory.file("short.pcapng");
     {
-        mangled_capture cut(path, recorded().path);
+        made_capture cut(path, recorded().path);
         for (capture_test::packet packet : capture_test::read_capture(recorded().path).packets) {
             if (packet.opcode != MTS_OPC_PM_GET_NEXT_PORT_INFO || packet.kind != 2) continue;
             constexpr uint8_t left = 8 + 100;

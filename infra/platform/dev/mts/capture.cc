@@ -7,7 +7,6 @@
 #include <algorithm>
 #include <bit>
 #include <cerrno>
-#include <climits>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
@@ -33,7 +32,7 @@ constexpr size_t max_piece = max_captured_packet - record_size;
 
 struct capture {
     std::mutex mutex;
-    std::array<char, PATH_MAX> path{};  // for what there is to tell about it
+    const char *path = nullptr;  // for what there is to tell about it
     pcapng_file file;
 };
 
@@ -53,9 +52,9 @@ const char *reason_of(int error) {
 }
 
 // From here on messages are not recorded.
-void give_up(int error) {
+void give_up(const char *path, int error) {
     current_capture_state = capture_state::off;
-    std::fprintf(stderr, "mts: MTS_CAPTURE: cannot record messages in %s: %s\n", current.path.data(), reason_of(error));
+    std::fprintf(stderr, "mts: MTS_CAPTURE: cannot record messages in %s: %s\n", path, reason_of(error));
 }
 
 void lock_for_fork() { current.mutex.lock(); }
@@ -71,10 +70,10 @@ void begin_capture() {
         current_capture_state = capture_state::off;
         return;
     }
-    std::snprintf(current.path.data(), current.path.size(), "%s", path);
-    int error = current.file.open(path);
+    current.path = strdup(path);  // the environment may change
+    int error = current.path == nullptr ? ENOMEM : current.file.open(path);
     if (error == 0) error = pthread_atfork(lock_for_fork, unlock_parent, unlock_child);
-    if (error != 0) return give_up(error);
+    if (error != 0) return give_up(path, error);
     current_capture_state = capture_state::on;
 }
 
@@ -143,7 +142,7 @@ void record(const passing_message &message) {
     if (!may_capture()) return;
     const std::lock_guard lock(current.mutex);
     if (!may_capture()) return;
-    if (const int error = append(message)) give_up(error);
+    if (const int error = append(message)) give_up(current.path, error);
 }
 
 }  // namespace
