@@ -302,6 +302,24 @@ TEST_F(capture_file, leaves_links_and_pipes_alone) {
     EXPECT_EQ(messages_of(file("messages"), [] { exchange_once("x"); }), complaint(path(), not_ours));
 }
 
+#ifdef SECURE_EXCHANGE
+TEST_F(capture_file, is_nothing_to_programs_with_other_rights) {
+    if (!support::can_be_others()) GTEST_SKIP() << support::only_root;
+    const std::string program = file("secure_exchange");
+    std::filesystem::copy_file(SECURE_EXCHANGE, program);
+    const auto run = [&program] { EXPECT_EQ(system(program.c_str()), 0); };
+    EXPECT_EQ(messages_of(file("messages"), run), "");
+    EXPECT_EQ(read_capture(path()).packets.size(), 4u);
+    std::filesystem::remove(path());
+    constexpr uid_t other = 61007;
+    ASSERT_EQ(chown(program.c_str(), other, 61010), 0);
+    ASSERT_EQ(chmod(program.c_str(), 04755), 0);
+    EXPECT_EQ(messages_of(file("messages"), run), "");
+    EXPECT_FALSE(std::filesystem::exists(path()));
+    EXPECT_GT(std::filesystem::remove_all("/tmp/port_mgr-" + std::to_string(other)), 0u) << "it ran as another user";
+}
+#endif
+
 // What was recorded stays readable: the packet that had no room is not there in part.
 TEST_F(capture_file, that_is_full_ends) {
     const auto fill = [] {
