@@ -320,6 +320,18 @@ TEST_F(capture_file, is_nothing_to_programs_with_other_rights) {
 }
 #endif
 
+// A process that is stopped while it writes holds nobody up.
+TEST_F(capture_file, that_stays_locked_is_not_waited_for) {
+    const int descriptor = open(path().c_str(), O_WRONLY | O_CREAT | O_CLOEXEC, 0600);
+    struct flock whole_file {};
+    whole_file.l_type = F_WRLCK;
+    ASSERT_EQ(fcntl(descriptor, F_SETLK, &whole_file), 0);
+    EXPECT_EQ(messages_of(file("messages"), [] { exchange_once("x"); }),
+              complaint(path(), "another process keeps it locked"));
+    close(descriptor);
+    EXPECT_EQ(bytes_of(path()), "");
+}
+
 // What was recorded stays readable: the packet that had no room is not there in part.
 TEST_F(capture_file, that_is_full_ends) {
     const auto fill = [] {

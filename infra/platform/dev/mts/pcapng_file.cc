@@ -11,6 +11,7 @@
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
+#include <ctime>
 #include <string_view>
 
 #include "common/own_file.h"
@@ -142,32 +143,38 @@ void put_packet_end(block_bytes &to, const captured_packet &packet) {
     to.put(block_length(packet));
 }
 
-// Keeps the other processes away from the file while it lasts. Threads and forks of this process it does not.
+int set_lock(int fd, short type) {
+    struct flock whole_file {};
+    whole_file.l_type = type;
+    whole_file.l_whence = SEEK_SET;
+    return fcntl(fd, F_SETLK, &whole_file) == 0 ? 0 : errno;
+}
+
+// Takes as long as others write, but not much more than a second: a process that was stopped is not waited for.
+int take_write_lock(int fd) {
+    constexpr timespec while_another_writes{0, 100'000};
+    constexpr int most_tries = 10'000;
+    for (int tries = 0; tries < most_tries; ++tries) {
+        const int error = set_lock(fd, F_WRLCK);
+        if (error != EAGAIN && error != EACCES) return error;
+        nanosleep(&while_another_writes, nullptr);
+    }
+    return ETIMEDOUT;
+}
+
+// Keeps other processes away from the file while it lasts, threads of this one not.
 class file_lock {
   public:
-    explicit file_lock(int fd) : fd_(fd) {
-        while (set(F_WRLCK) != 0) {
-            if (errno == EINTR) continue;
-            error_ = errno;
-            return;
-        }
-    }
+    explicit file_lock(int fd) : fd_(fd), error_(take_write_lock(fd)) {}
     file_lock(const file_lock &) = delete;
     file_lock &operator=(const file_lock &) = delete;
-    ~file_lock() { set(F_UNLCK); }
+    ~file_lock() { set_lock(fd_, F_UNLCK); }
 
     [[nodiscard]] int error() const { return error_; }
 
   private:
-    int set(short type) const {
-        struct flock whole_file {};
-        whole_file.l_type = type;
-        whole_file.l_whence = SEEK_SET;
-        return fcntl(fd_, F_SETLKW, &whole_file);
-    }
-
     int fd_;
-    int error_ = 0;
+    int error_;
 };
 
 // Whether a file is empty or begins as one of this form does, in either byte order.

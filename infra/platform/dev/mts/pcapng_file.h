@@ -30,7 +30,8 @@ class pcapng_file {
     // something else.
     [[nodiscard]] int open(const char *path);
 
-    // Appends a packet with one write. After a failure the file is as it was.
+    // Appends a packet with one write. After a failure the file is as it was. ETIMEDOUT: another process keeps it
+    // locked.
     [[nodiscard]] int append(const captured_packet &packet);
 
     // The next packet begins a section, as this is another process now.
