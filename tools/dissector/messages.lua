@@ -6,9 +6,11 @@ local exchanges = {}      -- by frame: the other frame, and times
 local open_pieces = {}    -- by conversation and token: the pieces so far
 local whole_payloads = {} -- by the frame of the last piece
 local whole_frames = {}   -- by the frame of a piece before it: that frame
+local lone_pieces = {}    -- frames of pieces without those before them
 
 function port_mgr.init()
-  open_requests, exchanges, open_pieces, whole_payloads, whole_frames = {}, {}, {}, {}, {}
+  open_requests, exchanges = {}, {}
+  open_pieces, whole_payloads, whole_frames, lone_pieces = {}, {}, {}, {}
 end
 
 -- What tells one exchange of a capture from the others.
@@ -18,8 +20,9 @@ local function exchange_of(header)
 end
 
 local function time_of(seconds)
-  local whole = math.floor(seconds)
-  return NSTime.new(whole, math.floor((seconds - whole) * 1e9 + 0.5))
+  local nanoseconds = math.floor(seconds * 1e9 + 0.5)
+  local whole = math.floor(nanoseconds / 1e9)
+  return NSTime.new(whole, nanoseconds - whole * 1e9)
 end
 
 -- Requests meet their answers the first time that the capture is read.
@@ -45,21 +48,23 @@ local function add_links(tree, pinfo)
   if exchange.time then tree:add(own_fields.time, exchange.time):set_generated() end
 end
 
--- Keeps a piece of a message that takes several frames. Returns false when pieces before it are missing.
+-- Keeps a piece of a message that takes several frames, the first time that the capture is read.
 local function keep_piece(header, piece, pinfo)
   local key = exchange_of(header) .. header.kind
   if header.payload_offset == 0 then open_pieces[key] = {bytes = ByteArray.new(), frames = {}} end
   local kept = open_pieces[key]
-  if not kept or kept.bytes:len() ~= header.payload_offset then return false end
-  kept.bytes:append(piece:range():bytes())
+  if not kept or kept.bytes:len() ~= header.payload_offset then
+    lone_pieces[pinfo.number] = true
+    return
+  end
+  kept.bytes:append(piece:bytes())
   if kept.bytes:len() < header.payload_size then
     kept.frames[#kept.frames + 1] = pinfo.number
-    return true
+    return
   end
   for _, frame in ipairs(kept.frames) do whole_frames[frame] = pinfo.number end
   whole_payloads[pinfo.number] = kept.bytes
   open_pieces[key] = nil
-  return true
 end
 
 -- The payload of a message, or nothing for a piece that is not its last one.
@@ -73,9 +78,8 @@ local function whole_payload(header, tvb, tree, pinfo)
     tree:add_proto_expert_info(experts.cut)
     return header.payload_offset == 0 and size > 0 and tvb(record_size):tvb() or nil, header.payload_offset == 0
   end
-  if not pinfo.visited and not keep_piece(header, tvb(record_size):tvb(), pinfo) then
-    tree:add_proto_expert_info(experts.missing_piece)
-  end
+  if not pinfo.visited then keep_piece(header, tvb(record_size), pinfo) end
+  if lone_pieces[pinfo.number] then tree:add_proto_expert_info(experts.missing_piece) end
   tree:add(own_fields.payload, tvb(record_size))
   local bytes = whole_payloads[pinfo.number]
   if bytes then return bytes:tvb("Whole payload"), true end
@@ -101,7 +105,7 @@ local function summary_of(header, context)
   local status = header.error ~= 0 and header.error or values.status
   if status and status ~= 0 then parts[#parts + 1] = protocol.texts.status[status] or ("status %d"):format(status) end
   if context and context.attribute then parts[#parts + 1] = context.attribute end
-  if values.count then parts[#parts + 1] = ("%d records"):format(values.count) end
+  if values.count then parts[#parts + 1] = ("%d record%s"):format(values.count, values.count == 1 and "" or "s") end
   local subject = subject_of(values) or (context and context.subject)
   if subject then parts[#parts + 1] = subject end
   return table.concat(parts, ", ")
