@@ -89,7 +89,7 @@ TEST_F(guide, describes_every_command) {
         const std::string usage = after("Usage: ", up_to("\n", pmctl::help_text(&each)));
         const std::string name = "pmctl " + std::string(each.words);
         const std::string &part = each.words == "help" ? up_to("\n## ", text_) : sections_[name];
-        EXPECT_THAT(part, HasSubstr("\n    " + usage + "\n")) << name;
+        EXPECT_THAT(part, HasSubstr("\n" + usage + "\n")) << name;
     }
 }
 

@@ -141,9 +141,10 @@ uint32_t pm_get_port_info_brief(mts_handle_t handle, uint8_t mode, uint32_t, uin
     return deliver(handle, "brief", {the_switch.request_status, 0, {}}, response);
 }
 
-uint32_t pm_send_get_port_info_range(mts_handle_t handle, if_index_t first, if_index_t last, mts_msg_t *request) {
+uint32_t pm_send_get_port_info(mts_handle_t handle, uint8_t, uint32_t, uint32_t, uint8_t, uint8_t, uint32_t,
+                               const pm_if_index_range_t *ranges, mts_msg_t *request) {
     if (under_way.size() == the_switch.queue_room) return EAGAIN;
-    const std::string question = pmctl::interface_name(first) + " " + pmctl::interface_name(last);
+    const std::string question = pmctl::interface_name(ranges->first) + " " + pmctl::interface_name(ranges->last);
     const uint32_t status = deliver(handle, question, the_switch.ranges[question], request);
     if (status == 0) under_way.insert(request->word[0]);
     the_switch.most_under_way = std::max(the_switch.most_under_way, under_way.size());
