@@ -2,7 +2,8 @@
 # What `cmake --install` installs, in components that are also the packages of cmake/packages.cmake:
 #   library         libport_mgr_common.so. Its name has no version: on the switch it takes the place of the file of that name.
 #   platform        the development platform's shared objects, which stand in for the switch's own on other hosts
-#   development     what programs are built with: headers, CMake package, pkg-config file, examples, manual pages
+#   development     what programs are built with: headers, CMake package, pkg-config file, examples, manual pages; and
+#                   what shows their messages in Wireshark
 #   virtual-switch  the daemon, its example chassis and its system service
 #   pmctl           the client
 
@@ -23,7 +24,7 @@ set(libraries_loaded_at_run_time pcm_sdb fsrv_client)
 
 # All that is built of what is installed.
 add_custom_target(product DEPENDS port_mgr_common ${platform_libraries} ${libraries_loaded_at_run_time}
-                                  pm-virtual-switch pmctl)
+                                  pm-virtual-switch pmctl wireshark_dissector)
 
 # They find each other wherever the prefix is, and in the build directory by the same run paths: an install changes no file.
 file(RELATIVE_PATH libdir_of_programs /${CMAKE_INSTALL_BINDIR} /${CMAKE_INSTALL_LIBDIR})
@@ -68,6 +69,7 @@ install(FILES ${PROJECT_BINARY_DIR}/packaging/port_mgr_common.pc
 
 install(DIRECTORY examples DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/libport-mgr-common-dev COMPONENT development
         REGEX "/examples/(chassis|CMakeLists.txt)$" EXCLUDE)
+install(FILES ${PORT_MGR_DISSECTOR} DESTINATION ${CMAKE_INSTALL_DATADIR}/port_mgr/wireshark COMPONENT development)
 # Generated, where doxygen is installed, by the target `docs`.
 install(DIRECTORY ${PROJECT_SOURCE_DIR}/build/docs/man/man3 DESTINATION ${CMAKE_INSTALL_MANDIR}
         COMPONENT development OPTIONAL)
