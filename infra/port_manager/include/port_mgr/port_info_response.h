@@ -115,7 +115,7 @@ PM_API uint32_t pm_parse_get_next_port_info(const mts_msg_t *message, uint32_t *
  * Parses the answer to a set request.
  *
  * @param[in]  payload  The payload, which must hold as many entries as it says.
- * @param[out] count    The number of entries.
+ * @param[out] count    The number of entries; also when memory ran out.
  * @param[out] entries  The entries, also when the service's status, which is returned, is not 0: free them in any case.
  *                      Null when there is no payload, no memory or no `count`.
  * @return The service's status; PM_ERR_NO_PAYLOAD for a null payload; PM_ERR_INVALID_PARAM for a null output; or 1 when
