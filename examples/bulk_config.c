@@ -67,7 +67,7 @@ static const struct {
     uint32_t status;
     const char *words;
 } known_statuses[] = {
-    {1, "out of memory"},
+    {1, "out of memory, or not permitted"},
     {PM_ERR_FAILURE, "missing or invalid arguments"},
     {PM_ERR_INVALID_PARAM, "invalid parameter, or malformed answer"},
     {PM_ERR_TLV, "attribute that cannot be encoded"},

@@ -76,7 +76,7 @@ TEST_F(pmctl_alone, says_how_to_start_a_switch) {
     EXPECT_EQ(result.status, 1);
     EXPECT_THAT(result.output, IsEmpty());
     EXPECT_EQ(result.messages, std::string("pmctl: no switch is running in ") + getenv("MTS_RUNTIME_DIR") +
-                                   ": start one with: pm-virtual-switch examples/chassis/director.toml\n");
+                                   ": start one with: pm-virtual-switch CHASSIS.toml\n");
 }
 
 TEST_F(pmctl_alone, refuses_a_wrong_command_line) {

@@ -169,8 +169,8 @@ TEST_F(config, tells_a_missing_service_from_a_missing_switch) {
     the_switch.port_manager_runs = false;
     const auto gone = run({"interface", "mgmt0", "fc1/1", "shutdown"});
     EXPECT_EQ(gone.status, 1);
-    EXPECT_THAT(gone.messages, ElementsAre("no switch is running in /tmp/lab: start one with: pm-virtual-switch "
-                                           "examples/chassis/director.toml"));
+    EXPECT_THAT(gone.messages,
+                ElementsAre("no switch is running in /tmp/lab: start one with: pm-virtual-switch CHASSIS.toml"));
     EXPECT_EQ(the_switch.changes.size(), 3);
 }
 

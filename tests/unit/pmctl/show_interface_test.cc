@@ -146,8 +146,8 @@ TEST_F(show_interface, says_that_no_switch_is_running_once) {
     const auto outcome = run({"fc1/1", "fc1/2"});
     EXPECT_EQ(outcome.status, 1);
     EXPECT_THAT(outcome.output, IsEmpty());
-    EXPECT_THAT(outcome.messages, ElementsAre("no switch is running in /tmp/lab: start one with: pm-virtual-switch "
-                                              "examples/chassis/director.toml"));
+    EXPECT_THAT(outcome.messages,
+                ElementsAre("no switch is running in /tmp/lab: start one with: pm-virtual-switch CHASSIS.toml"));
 }
 
 TEST_F(show_interface, tells_a_missing_service_from_a_missing_switch) {

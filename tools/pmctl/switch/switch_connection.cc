@@ -30,7 +30,7 @@ std::string reason_not_to_open(int error) {
 }
 
 std::string not_running() {
-    return fmt::format("no switch is running in {}: start one with: pm-virtual-switch examples/chassis/director.toml",
+    return fmt::format("no switch is running in {}: start one with: pm-virtual-switch CHASSIS.toml",
                        runtime_directory());
 }
 

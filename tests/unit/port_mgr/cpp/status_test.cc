@@ -64,8 +64,8 @@ TEST(cpp_status, of_an_error_number_is_the_services_own_when_the_answer_told_it)
     EXPECT_EQ(told.words(), "status 0x6e");
 }
 
-TEST(cpp_status, of_1_is_memory_that_ran_out_whoever_told_it) {
-    EXPECT_EQ(status(1, origin::exchange).words(), "out of memory");
+TEST(cpp_status, of_1_is_memory_that_ran_out_or_the_transports_eperm) {
+    EXPECT_EQ(status(1, origin::exchange).words(), "out of memory, or not permitted");
     EXPECT_TRUE(status(1, origin::exchange).is_transport_failure());
     EXPECT_EQ(status(1, origin::answer).words(), "out of memory");
     EXPECT_FALSE(status(1, origin::answer).is_transport_failure());

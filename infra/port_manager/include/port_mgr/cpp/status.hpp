@@ -57,7 +57,7 @@ class [[nodiscard]] status {
     [[nodiscard]] std::string words() const {
         if (ok()) return "success";
         if (const code *known = find()) return std::string(known->words) + " (" + known->name + ", " + number() + ")";
-        if (value_ == no_memory) return "out of memory";
+        if (value_ == no_memory) return is_transport_failure() ? "out of memory, or not permitted" : "out of memory";
         if (is_transport_failure()) return std::generic_category().message(static_cast<int>(value_));
         return "status " + number();
     }
@@ -66,7 +66,7 @@ class [[nodiscard]] status {
     friend constexpr bool operator==(status left, status right) { return left.value_ == right.value_; }
 
   private:
-    static constexpr uint32_t no_memory = 1;
+    static constexpr uint32_t no_memory = 1;  // and the transport's EPERM
     static constexpr uint32_t last_error_number = 4095;  // the kernel's bound
 
     struct code {
