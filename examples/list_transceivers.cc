@@ -5,7 +5,6 @@
 #include <platform_dev/mts_handle.hpp>
 #include <port_mgr/port_manager.hpp>
 
-#include <array>
 #include <cmath>
 #include <cstdio>
 #include <string>
@@ -36,13 +35,12 @@ void print_readings(mts_handle_t handle, if_index_t if_index) {
 }
 
 void print(mts_handle_t handle, const pm_fcot_info_t &transceiver) {
-    std::array<char, 256> name{};
-    sprintf_if_index(name.data(), transceiver.if_index);
+    const std::string name = port_mgr::interface_name(transceiver.if_index);
     if ((transceiver.flags & PM_FCOT_PRESENT) == 0) {
-        std::printf("%s: none\n", name.data());
+        std::printf("%s: none\n", name.c_str());
         return;
     }
-    std::printf("%s: %s %s, serial number %s\n", name.data(), text(transceiver, 20, 16).c_str(),
+    std::printf("%s: %s %s, serial number %s\n", name.c_str(), text(transceiver, 20, 16).c_str(),
                 text(transceiver, 40, 16).c_str(), text(transceiver, 68, 16).c_str());
     print_readings(handle, transceiver.if_index);
 }

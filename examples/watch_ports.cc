@@ -3,7 +3,6 @@
 //     watch_ports [MILLISECONDS]
 // One thread, one loop over epoll. A timer begins a round: the names of all ports, then their records in pages, several
 // of them under way at once. No call waits, and a switch that is gone is asked again in the next round.
-#include <platform/if_index.h>
 #include <sys/epoll.h>
 #include <sys/signalfd.h>
 #include <sys/timerfd.h>
@@ -24,12 +23,6 @@ namespace {
 
 constexpr port_mgr::paging paging{.ports_of_page = 16, .pages_under_way = 4};
 constexpr auto time_limit = std::chrono::seconds(2);
-
-std::string name_of(if_index_t if_index) {
-    std::array<char, 256> text{};
-    sprintf_if_index(text.data(), if_index);
-    return text.data();
-}
 
 std::string state_of(const pm_port_info_t &port) {
     const std::string state = port_state_string(port.oper_state);
@@ -135,7 +128,7 @@ class port_watch {
 
     void print_change(if_index_t if_index, const std::string &what) {
         const unsigned number = ++changes_[if_index];
-        std::fprintf(lines_, "%s: %s, change %u\n", name_of(if_index).c_str(), what.c_str(), number);
+        std::fprintf(lines_, "%s: %s, change %u\n", port_mgr::interface_name(if_index).c_str(), what.c_str(), number);
     }
 
     port_mgr::async_requests requests_;

@@ -1,8 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
 // Says of every interface of the switch which state it is in.
-#include <platform/if_index.h>
-
-#include <array>
 #include <cstdio>
 #include <platform_dev/mts_handle.hpp>
 #include <port_mgr/port_manager.hpp>
@@ -18,10 +15,7 @@ int main() {
         std::fprintf(stderr, "port_states_in_cpp: %s\n", ports.why().words().c_str());
         return 1;
     }
-    for (const pm_port_info_brief_t &port : *ports) {
-        std::array<char, 256> name{};
-        sprintf_if_index(name.data(), port.if_index);
-        std::printf("%s %s\n", name.data(), port_state_string(port.oper_state));
-    }
+    for (const pm_port_info_brief_t &port : *ports)
+        std::printf("%s %s\n", port_mgr::interface_name(port.if_index).c_str(), port_state_string(port.oper_state));
     return 0;
 }

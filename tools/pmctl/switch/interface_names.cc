@@ -12,8 +12,7 @@ namespace pmctl {
 namespace {
 
 constexpr std::string_view digits = "0123456789";
-constexpr size_t name_room = 256;  // what sprintf_if_index may use
-constexpr size_t longest_range = 2 * name_room;
+constexpr size_t longest_range = 512;  // two names of the longest that the platform writes
 
 std::optional<if_index_t> index_of(const std::string &name) {
     if_index_t index;
@@ -56,12 +55,6 @@ std::vector<interface_range> parse_interface_ranges(const std::string &text) {
         begin = comma + 1;
     }
     return ranges;
-}
-
-std::string interface_name(if_index_t index) {
-    char text[name_room];
-    sprintf_if_index(text, index);
-    return text;
 }
 
 uint8_t interface_type(if_index_t index) {

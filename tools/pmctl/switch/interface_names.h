@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "port_mgr/cpp/names.hpp"
 #include "switch/interface_ranges.h"
 
 namespace pmctl {
@@ -13,7 +14,7 @@ namespace pmctl {
 // Reads "fc1/1", "fc1/1-12", "fc1/1-fc1/12" or several of them with commas between. Throws usage_error.
 std::vector<interface_range> parse_interface_ranges(const std::string &text);
 
-std::string interface_name(if_index_t index);
+using port_mgr::interface_name;
 
 // IF_TYPE_NONE when it cannot be told.
 uint8_t interface_type(if_index_t index);

@@ -9,6 +9,7 @@
 #define PORT_MGR_PORT_MANAGER_HPP
 
 #include "port_mgr/cpp/async_requests.hpp"
+#include "port_mgr/cpp/names.hpp"
 #include "port_mgr/cpp/owners.hpp"
 #include "port_mgr/cpp/port_pages.hpp"
 #include "port_mgr/cpp/queries.hpp"
