@@ -202,7 +202,7 @@ local function add_elements(context, tree, name, is_aligned)
   branch:append_text((": %d in %d bytes"):format(count, size))
   local ending = context.at + size
   for index = 1, count do
-    if index > most_elements then
+    if index > most_elements and left(context) > 0 then
       return add_rest(context, branch):add_proto_expert_info(experts.many)
     end
     if context.at >= ending or not add_element(context, branch, protocol.elements[name], is_aligned) then

@@ -96,6 +96,27 @@ TEST_F(dissector, tells_of_missing_pieces) {
     }
 }
 
+// The array ends where the dissector would stop to show it.
+TEST_F(dissector, misses_elements_behind_the_last_one_that_it_shows) {
+    constexpr uint32_t shown = 40'000;
+    constexpr uint32_t mark = 0x544c5631;
+    const std::string unknown_and_empty{'\xff', '\xff', 0, 0};
+    std::string payload = network_word(0) + network_word(0);
+    for (const uint32_t word : {mark, shown + 1, shown * 4}) payload += network_word(word);
+    for (uint32_t element = 0; element < shown; ++element) payload += unknown_and_empty;
+    const std::string path = recorded().directory.file("elements.pcapng");
+    {
+        made_capture made(path, recorded().path);
+        std::string record{1, 2, 1, 64};
+        for (const uint32_t word : {0u, 0u, uint32_t{MTS_OPC_PM_GET_PORT_INFO}, 1u, 1u, 0u})
+            record += network_word(word);
+        record += network_word(static_cast<uint32_t>(payload.size()));
+        record.resize(64);
+        made.add(record + payload);
+    }
+    EXPECT_EQ(tshark(path, {"-T", "fields", "-e", "_ws.expert.message"}), "40000 of 40001 elements\n");
+}
+
 TEST_F(dissector, shows_short_messages_as_far_as_they_go) {
     const std::string path = recorded().directory.file("short.pcapng");
     {
