@@ -59,6 +59,16 @@ std::string messages_of(const std::string &file, const std::function<void()> &pa
     return bytes_of(file);
 }
 
+// The descriptor of this process for a file, or -1 when it has not just one.
+int descriptor_of(const std::string &path) {
+    std::vector<int> found;
+    for (const auto &entry : std::filesystem::directory_iterator("/proc/self/fd")) {
+        std::error_code gone;
+        if (std::filesystem::read_symlink(entry, gone) == path) found.push_back(std::stoi(entry.path().filename()));
+    }
+    return found.size() == 1 ? found[0] : -1;
+}
+
 TEST_F(capture_file, tells_everything_about_an_exchange) {
     support::in_fresh_process([] { exchange_once("ping"); });
     const capture read = read_capture(path());
@@ -162,16 +172,10 @@ TEST_F(capture_file, is_for_its_owner_alone_and_closed_in_programs) {
         struct stat status {};
         ASSERT_EQ(stat(path().c_str(), &status), 0);
         EXPECT_EQ(status.st_mode & 07777, 0600u);
-        size_t found = 0;
-        for (const auto &entry : std::filesystem::directory_iterator("/proc/self/fd")) {
-            std::error_code gone;
-            if (std::filesystem::read_symlink(entry, gone) != path()) continue;
-            ++found;
-            const int descriptor = std::stoi(entry.path().filename());
-            EXPECT_NE(fcntl(descriptor, F_GETFD) & FD_CLOEXEC, 0);
-            EXPECT_NE(fcntl(descriptor, F_GETFL) & O_APPEND, 0);
-        }
-        EXPECT_EQ(found, 1u);
+        const int descriptor = descriptor_of(path());
+        ASSERT_GE(descriptor, 0);
+        EXPECT_NE(fcntl(descriptor, F_GETFD) & FD_CLOEXEC, 0);
+        EXPECT_NE(fcntl(descriptor, F_GETFL) & O_APPEND, 0);
     });
 }
 
@@ -330,6 +334,22 @@ TEST_F(capture_file, that_stays_locked_is_not_waited_for) {
               complaint(path(), "another process keeps it locked"));
     close(descriptor);
     EXPECT_EQ(bytes_of(path()), "");
+}
+
+// As programs do that become daemons: the number of the descriptor is another file's then.
+TEST_F(capture_file, that_the_program_closes_ends) {
+    const std::string other = file("other");
+    const auto close_and_go_on = [&] {
+        exchange_once("x");
+        const int descriptor = descriptor_of(path());
+        ASSERT_GE(descriptor, 0);
+        const int opened = open(other.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0600);
+        ASSERT_EQ(dup2(opened, descriptor), descriptor);
+        for (int i = 0; i < 2; ++i) exchange_once("y");
+    };
+    EXPECT_EQ(messages_of(file("messages"), close_and_go_on), complaint(path(), "the program closed it"));
+    EXPECT_EQ(bytes_of(other), "");
+    EXPECT_EQ(read_capture(path()).packets.size(), 4u);
 }
 
 // What was recorded stays readable: the packet that had no room is not there in part.

@@ -46,6 +46,8 @@ const char *reason_of(int error) {
             return "it is no regular file of this user's with one name";
         case ELOOP:
             return "it is a symbolic link";
+        case EBADF:
+            return "the program closed it";
         case ETIMEDOUT:
             return "another process keeps it locked";
         default:

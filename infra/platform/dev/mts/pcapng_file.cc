@@ -194,14 +194,18 @@ bool is_capture(int fd) {
 
 int pcapng_file::open(const char *path) {
     unique_fd file = open_own_file(path);
-    if (!file) return errno;
+    struct stat status {};
+    if (!file || fstat(file.get(), &status) != 0) return errno;
     if (!is_capture(file.get())) return EBADMSG;
     if (fcntl(file.get(), F_SETFL, O_APPEND) != 0) return errno;
     fd_ = file.release();
+    device_ = status.st_dev;
+    inode_ = status.st_ino;
     return 0;
 }
 
 int pcapng_file::append(const captured_packet &packet) {
+    if (!is_still_open()) return EBADF;
     const file_lock lock(fd_);
     struct stat status {};
     if (lock.error() != 0) return lock.error();
@@ -221,6 +225,12 @@ int pcapng_file::append(const captured_packet &packet) {
         return 0;
     }
     return ftruncate(fd_, status.st_size) != 0 ? errno : ENOSPC;
+}
+
+// Programs that become daemons close all descriptors, and open others that get the same numbers.
+bool pcapng_file::is_still_open() const {
+    struct stat status {};
+    return fstat(fd_, &status) == 0 && status.st_dev == device_ && status.st_ino == inode_;
 }
 
 }  // namespace platform_dev

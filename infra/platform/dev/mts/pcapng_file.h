@@ -31,7 +31,7 @@ class pcapng_file {
     [[nodiscard]] int open(const char *path);
 
     // Appends a packet with one write. After a failure the file is as it was. ETIMEDOUT: another process keeps it
-    // locked.
+    // locked; EBADF: the program closed its descriptor.
     [[nodiscard]] int append(const captured_packet &packet);
 
     // The next packet begins a section, as this is another process now.
@@ -40,7 +40,11 @@ class pcapng_file {
   private:
     static constexpr int64_t nothing_written = -1;
 
+    [[nodiscard]] bool is_still_open() const;
+
     int fd_ = -1;
+    uint64_t device_ = 0;  // with the inode it tells the file from another one that has its descriptor
+    uint64_t inode_ = 0;
     int64_t end_ = nothing_written;  // of the file, behind what this process wrote last
 };
 
