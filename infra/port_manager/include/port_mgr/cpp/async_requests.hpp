@@ -26,7 +26,10 @@ namespace port_mgr {
  *
  *  The handle's answers are this object's to receive: those to other requests that were sent on it without waiting are
  *  dropped. It belongs to the thread of its handle. What is called may send and cancel requests, and ask how many are
- *  under way, but not end this object. A limit of clock::duration::max() is none. */
+ *  under way, but not end this object.
+ *
+ *  A limit of clock::duration::max() is none. Give one all the same: when another call on the handle is the first to
+ *  reach a service that started again, the requests that the service lost end at their deadlines. */
 class async_requests {
   public:
     using clock = std::chrono::steady_clock; /**< of the deadlines */
