@@ -229,7 +229,9 @@ local function add_attribute(context, tree)
     if length > 0 then complain(context, branch, "The attribute has no value") end
     return
   end
-  if not known or not add_field(branch, known.value, value, {}, context) then
+  if known and known.value.kind == "text" then  -- which may be shorter than there is room for
+    add_by_kind.text(branch, known.value, value)
+  elseif not known or not add_field(branch, known.value, value, {}, context) then
     branch:add(own_fields.attribute_value, value)
   end
   if value:len() < length then complain(context, branch, "The value ends too early") end

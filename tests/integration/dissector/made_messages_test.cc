@@ -96,6 +96,28 @@ TEST_F(dissector, tells_of_missing_pieces) {
     }
 }
 
+// A message of a client, or for it, that goes to no service in particular.
+std::string message(uint8_t kind, uint32_t opcode, const std::string &payload) {
+    std::string record{1, static_cast<char>(kind), 1, 64};
+    const auto size = static_cast<uint32_t>(payload.size());
+    for (const uint32_t word : {0u, 0u, opcode, 1u, 1u, 0u, size}) record += network_word(word);
+    record.resize(64);
+    return record + payload;
+}
+
+TEST_F(dissector, shows_texts_that_do_not_fill_their_room) {
+    const std::string path = recorded().directory.file("texts.pcapng");
+    {
+        made_capture made(path, recorded().path);
+        const std::string one_range = std::string{0, 1} + network_word(0x01000000) + network_word(0x01000000);
+        made.add(message(3, CMI_OPC_PM_SET_PORT_CONFIG,
+                         std::string(100, '\0') + one_range + std::string{PM_ATTR_DESCRIPTION, 2} + "up"));
+    }
+    const auto decoded = decode(path);
+    ASSERT_EQ(decoded.size(), 1u);
+    EXPECT_EQ(value_of(decoded[0], "port_mgr.config.description"), "up");
+}
+
 // The array ends where the dissector would stop to show it.
 TEST_F(dissector, misses_elements_behind_the_last_one_that_it_shows) {
     constexpr uint32_t shown = 40'000;
@@ -107,12 +129,7 @@ TEST_F(dissector, misses_elements_behind_the_last_one_that_it_shows) {
     const std::string path = recorded().directory.file("elements.pcapng");
     {
         made_capture made(path, recorded().path);
-        std::string record{1, 2, 1, 64};
-        for (const uint32_t word : {0u, 0u, uint32_t{MTS_OPC_PM_GET_PORT_INFO}, 1u, 1u, 0u})
-            record += network_word(word);
-        record += network_word(static_cast<uint32_t>(payload.size()));
-        record.resize(64);
-        made.add(record + payload);
+        made.add(message(2, MTS_OPC_PM_GET_PORT_INFO, payload));
     }
     EXPECT_EQ(tshark(path, {"-T", "fields", "-e", "_ws.expert.message"}), "40000 of 40001 elements\n");
 }
