@@ -54,11 +54,11 @@ expected_files() {
     sed -n "s,@libdir@,$LIBDIR,; s/^${1:-[^ #]*} \+//p" "$here/files.txt" | sort
 }
 
-# check_files WHAT PREFIX [PACKAGE]: exactly those that files.txt names are there.
+# check_files WHAT PREFIX [PACKAGE]: exactly those that files.txt names are there; manual pages may be compressed.
 check_files() {
     expected_files "${3:-}" | sed -n 's,/\*$,/,p' >"$work/folders"
     expected_files "${3:-}" | grep --invert-match '/\*$' >"$work/expected"
-    (cd "$2" && find . -type f -o -type l) | sed 's,^\./,,' | sort |
+    (cd "$2" && find . -type f -o -type l) | sed 's,^\./,,; s,^\(share/man/.*\)\.gz$,\1,' | sort |
         awk '!inside { folder[$0]; next } { for (f in folder) if (index($0, f) == 1) next; print }' \
             "$work/folders" inside=1 - >"$work/found"
     expect "$1" "$work/expected" "$work/found"

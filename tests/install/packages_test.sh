@@ -42,6 +42,7 @@ check_package() {
     expect "$1" "$work/expected" "$work/found"
     dpkg-deb --field "$1" Description | sed -n 2p | grep --quiet '^ [^ ]' || complain "$1 is not described"
     check_files "$1" "$work/$2/usr" "$2"
+    [ -z "$(find "$work/$2/usr/share/man" ! -type d ! -name '*.gz' 2>/dev/null)" ] || complain "$1: pages are not compressed"
     (cd "$work/$2" && find usr -type f -exec md5sum {} + | sort) >"$work/expected"
     sort "$work/$2/DEBIAN/md5sums" >"$work/found"
     expect "$1: sums" "$work/expected" "$work/found"
@@ -77,6 +78,18 @@ sed -n "s/^Package: \(.*\)/\1_${version}_$architecture.deb/p" "$here/packages.tx
 (cd "$work/packages" && ls) | sort >"$work/found"
 expect packages "$work/expected" "$work/found"
 for deb in $(cat "$work/found"); do check_package "$work/packages/$deb" "${deb%%_*}"; done
+
+# Those of the library's functions come from the reference, which scripts/check builds.
+reference=$source_folder/build/docs/man/man3
+pages=$work/libport-mgr-common-dev/usr/share/man/man3
+if [ -d "$reference" ]; then
+    (cd "$reference" && ls) | sed 's/$/.gz/' >"$work/expected"
+    (cd "$pages" && ls) >"$work/found"
+    expect "manual pages of section 3" "$work/expected" "$work/found"
+    gzip --decompress --stdout "$pages/pm_get_port_info.3.gz" | grep --quiet '^\.TH ' || complain "pm_get_port_info(3) is no page"
+else
+    echo "the reference was not built: there are no manual pages of section 3"
+fi
 
 if [ -z "${2:-}" ]; then
     make_packages "$1" "$work/again"
