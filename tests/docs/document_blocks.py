@@ -57,7 +57,7 @@ class document_runner:
     def _run_commands(self, block, line, commands, judge):
         """What `judge` finds in the result. When the shell has gone, what follows cannot be run, either."""
         first_line = commands.partition("\n")[0]
-        if self._is_shell_gone or self._exceptions.reason(self._document, first_line):
+        if self._exceptions.reason(self._document, first_line) or self._is_shell_gone:
             return []
         result = self._run(commands, line)
         if not self._is_shell_gone:

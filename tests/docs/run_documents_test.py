@@ -137,6 +137,12 @@ class script_test(small_tree):
         not_run = [("page.md", "false", "it fails"), ("page.md", "exit", "it ends")]
         self.assertEqual(self.problems_of("```sh\nfalse\n```\n\n```console\n$ exit\n$ echo a\na\n```\n", not_run), [])
 
+    def test_an_exception_behind_the_end_of_the_shell_is_none_too_many(self):
+        exceptions = (("page.md", "false", "it fails"),)
+        problems = self.problems_of("```sh\nexit 0\n```\n\n```sh\nfalse\n```\n", exceptions)
+        self.assertEqual(len(problems), 1, problems)
+        self.assertIn("ended the shell", problems[0])
+
     def test_what_needs_root_is_excepted_for_others(self):
         with unittest.mock.patch("os.geteuid", lambda: 1000):
             exceptions = run_documents.exceptions_here([], [("page.md", "id")])
