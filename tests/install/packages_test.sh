@@ -124,9 +124,16 @@ fi
 if [ "$(id -u)" -eq 0 ]; then
     dpkg --root="$root" --verify >"$work/changed" 2>&1 || true
     [ ! -s "$work/changed" ] || complain "installed, but not as packaged: $(cat "$work/changed")"
+    # As after the service was enabled and ran; a chassis is the administrator's.
+    mkdir -p "$root/etc/port_mgr" "$root/etc/systemd/system/multi-user.target.wants" "$root/var/lib/port_mgr"
+    touch "$root/etc/port_mgr/chassis.toml" "$root/var/lib/port_mgr/state.toml"
+    ln -s /lib/systemd/system/pm-virtual-switch.service "$root/etc/systemd/system/multi-user.target.wants"
     # shellcheck disable=SC2046
     dpkg --root="$root" --log="$work/dpkg.log" --force-script-chrootless --purge \
-        $(sed -n 's/^Package: //p' "$here/packages.txt" | sed "s/\$/:$architecture/") >"$work/dpkg.out" 2>&1 ||
+        $(dpkg-query --admindir="$root/var/lib/dpkg" --show --showformat='${binary:Package}\n' '*port-mgr*' pmctl) \
+        >"$work/dpkg.out" 2>&1 ||
         complain "$(cat "$work/dpkg.out")"
+    left=$(cd "$root" && find . \( -name '*port*mgr*' -o -name 'pm*' \))
+    [ "$left" = ./etc/port_mgr ] || complain "left after a purge: $left"
 fi
 exit $failed
