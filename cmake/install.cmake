@@ -88,7 +88,8 @@ install(CODE "
   set(service_architectures \"${service_architectures}\")
   set(service \${prefix}/lib/systemd/system/pm-virtual-switch.service)
   message(STATUS \"Installing: \$ENV{DESTDIR}\${service}\")
-  configure_file(${PROJECT_SOURCE_DIR}/packaging/pm-virtual-switch.service.in \$ENV{DESTDIR}\${service} @ONLY)
+  configure_file(${PROJECT_SOURCE_DIR}/packaging/pm-virtual-switch.service.in \$ENV{DESTDIR}\${service}
+                 NO_SOURCE_PERMISSIONS @ONLY)
   list(APPEND CMAKE_INSTALL_MANIFEST_FILES \${service})"
         COMPONENT virtual-switch)
 

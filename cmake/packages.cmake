@@ -11,8 +11,6 @@ set(CPACK_PRE_BUILD_SCRIPTS ${PROJECT_SOURCE_DIR}/cmake/compress_manual_pages.cm
 # The prefix is that of the installed files also while CPack installs, since the service names them.
 set(CPACK_SET_DESTDIR ON)
 set(CPACK_INSTALL_PREFIX /usr)
-set(CPACK_INSTALL_DEFAULT_DIRECTORY_PERMISSIONS
-    OWNER_READ OWNER_WRITE OWNER_EXECUTE GROUP_READ GROUP_EXECUTE WORLD_READ WORLD_EXECUTE)
 set(CMAKE_SKIP_INSTALL_ALL_DEPENDENCY ON)  # what is installed is the target `product`, not all that can be built
 
 set(CPACK_PACKAGE_CONTACT "port_mgr developers <port-mgr@localhost>")
