@@ -31,6 +31,7 @@ expect() {
 
 # Starts a virtual switch by its command line, and waits until it is ready.
 start_switch() {
+    : >"$work/switch.log"  # of what the one before said; the new one may come to its own late
     "$@" >"$work/switch.log" 2>&1 &
     switch=$!
     for _ in $(seq 200); do
