@@ -66,7 +66,7 @@ class [[nodiscard]] status {
     friend constexpr bool operator==(status left, status right) { return left.value_ == right.value_; }
 
   private:
-    static constexpr uint32_t no_memory = 1;  // and the transport's EPERM
+    static constexpr uint32_t no_memory = 1;             // and the transport's EPERM
     static constexpr uint32_t last_error_number = 4095;  // the kernel's bound
 
     struct code {
