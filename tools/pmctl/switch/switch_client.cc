@@ -61,6 +61,7 @@ std::vector<pm_port_info_t> switch_client::ports_of_module(uint8_t module) {
 
 std::vector<pm_port_info_t> switch_client::ports_of(port_mgr::port_pages pages, const std::string &subject) {
     std::vector<pm_port_info_t> ports;
+    ports.reserve(pages.reserve_hint());
     for (const pm_port_info_t &port : pages) ports.push_back(port);
     connection_.check(subject, pages.why());
     return ports;

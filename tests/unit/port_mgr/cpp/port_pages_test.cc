@@ -118,6 +118,13 @@ TEST_F(cpp_port_pages, send_nothing_before_the_first_port_is_asked_for) {
     EXPECT_THAT(transported(), IsEmpty());
 }
 
+TEST_F(cpp_port_pages, tell_how_much_room_they_take) {
+    const std::vector<pm_if_index_range_t> three(3);
+    EXPECT_EQ(port_pages(handle, three).reserve_hint(), 3u * 16);
+    EXPECT_EQ(port_pages(handle, three, {.ports_of_page = 4}).reserve_hint(), 3u * 4);
+    EXPECT_EQ(port_pages(port_mgr::status(ETIMEDOUT, port_mgr::origin::exchange)).reserve_hint(), 0u);
+}
+
 TEST_F(cpp_port_pages, of_no_page_end_at_once) {
     port_pages ports(handle, {});
     EXPECT_EQ(ports.next(), nullptr);

@@ -83,7 +83,7 @@ class port_pages {
     /** Sends nothing yet.
      *  @param handle  the caller's queue
      *  @param pages   what is asked for, a request each
-     *  @param by      how; of it, ports_of_page is of no meaning here */
+     *  @param by      how; of it, ports_of_page is a hint only */
     port_pages(mts_handle_t handle, std::vector<pm_if_index_range_t> pages, const paging &by = {})
         : handle_(handle), by_(by), pages_(std::move(pages)) {}
 
@@ -100,6 +100,9 @@ class port_pages {
             if (!turn_page()) return nullptr;
         return &page_[position_++];
     }
+
+    /** @return how many ports there are at most, if no page has more than paging::ports_of_page: room to set aside. */
+    [[nodiscard]] size_t reserve_hint() const { return pages_.size() * by_.ports_of_page; }
 
     /** @return why it ended: success after the last port. */
     [[nodiscard]] status why() const { return failure_; }
