@@ -6,7 +6,7 @@
 #include <memory>
 
 #include "platform_dev/if_index_dev.h"
-#include "platform_dev/mts_dev.h"
+#include "platform_dev/mts_handle.hpp"
 #include "platform_dev/mts_service.h"
 #include "port_mgr/port_mgr_common.h"
 #include "protocol/request_layout.h"
@@ -19,14 +19,11 @@ constexpr size_t request_size = pm::port_info_request_header_size + pm::wire_ran
 
 class handle_owner {
   public:
-    handle_owner() : handle_(mts_dev_open()) { require(handle_ != 0, "mts_dev_open"); }
-    handle_owner(const handle_owner &) = delete;
-    handle_owner &operator=(const handle_owner &) = delete;
-    ~handle_owner() { mts_dev_close(handle_); }
-    operator mts_handle_t() const { return handle_; }
+    handle_owner() { require(handle_.get() != 0, "mts_dev_open"); }
+    operator mts_handle_t() const { return handle_.get(); }
 
   private:
-    mts_handle_t handle_;
+    platform_dev::mts_handle handle_;
 };
 
 // A range begins with a port of the port manager's. Its end tells the service how many ports to answer.

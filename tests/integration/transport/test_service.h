@@ -13,7 +13,7 @@
 #include <vector>
 
 #include "platform/mts.h"
-#include "platform_dev/mts_dev.h"
+#include "platform_dev/mts_handle.hpp"
 #include "platform_dev/mts_service.h"
 #include "support/other_user.h"
 
@@ -91,14 +91,11 @@ class service_process {
 
 class open_handle {
   public:
-    open_handle() : handle_(mts_dev_open()) { EXPECT_NE(handle_, 0u); }
-    open_handle(const open_handle &) = delete;
-    open_handle &operator=(const open_handle &) = delete;
-    ~open_handle() { mts_dev_close(handle_); }
-    operator mts_handle_t() const { return handle_; }
+    open_handle() { EXPECT_NE(handle_.get(), 0u); }
+    operator mts_handle_t() const { return handle_.get(); }
 
   private:
-    mts_handle_t handle_;
+    platform_dev::mts_handle handle_;
 };
 
 // Sends a request and returns its token after dropping its record; 0 when the send failed.
