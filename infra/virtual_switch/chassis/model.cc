@@ -2,9 +2,9 @@
 #include "chassis/model.h"
 
 #include <algorithm>
-#include <array>
 
 #include "platform/if_index.h"
+#include "port_mgr/cpp/names.hpp"
 #include "port_mgr/opcodes.h"
 #include "protocol/config_layout.h"
 #include "protocol/interface_owner.h"
@@ -67,11 +67,7 @@ bool has_reserved_number(if_index_t if_index) {
     return std::ranges::find(pm::reserved_sub_interfaces, number) != pm::reserved_sub_interfaces.end();
 }
 
-std::string name_of(if_index_t if_index) {
-    std::array<char, 256> text{};
-    sprintf_if_index(text.data(), if_index);
-    return text.data();
-}
+std::string name_of(if_index_t if_index) { return port_mgr::interface_name(if_index); }
 
 std::string quoted_name(if_index_t if_index) { return std::string("'").append(name_of(if_index)).append("'"); }
 

@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "virtual_switch_test.h"
 
-#include <array>
 #include <cstdlib>
 
 #include "platform_dev/if_index_dev.h"
 #include "platform_dev/mts_dev.h"
+#include "port_mgr/cpp/names.hpp"
 
 namespace {
 
@@ -87,10 +87,6 @@ if_index_t index_of(const std::string &name) {
     return if_index;
 }
 
-std::string name_of(if_index_t if_index) {
-    std::array<char, 256> text{};
-    sprintf_if_index(text.data(), if_index);
-    return text.data();
-}
+std::string name_of(if_index_t if_index) { return port_mgr::interface_name(if_index); }
 
 pm_if_index_range_t range_of(const char *first, const char *last) { return {index_of(first), index_of(last)}; }
